@@ -1,0 +1,38 @@
+# One library for each folder, linked only to the folders of lower floors.
+include(${CMAKE_CURRENT_LIST_DIR}/warnings.cmake)
+
+# pradelis_folder(NAME folder [folder ...] [USES target ...] [PRIVATE_USES target ...]):
+# a library of all sources of these folders.
+function(pradelis_folder name)
+  cmake_parse_arguments(ARG "" "" "FOLDERS;USES;PRIVATE_USES" ${ARGN})
+  set(sources)
+  foreach(folder IN LISTS ARG_FOLDERS)
+    file(GLOB found CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp ${PROJECT_SOURCE_DIR}/${folder}/*.h)
+    list(APPEND sources ${found})
+  endforeach()
+  add_library(${name} STATIC ${sources})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+  target_link_libraries(${name} PUBLIC ${ARG_USES} PRIVATE $<BUILD_INTERFACE:pradelis_warnings> ${ARG_PRIVATE_USES})
+endfunction()
+
+find_package(SQLite3 REQUIRED)
+find_package(OpenSSL REQUIRED COMPONENTS Crypto)
+find_package(Threads REQUIRED)
+
+pradelis_folder(pradelis_values FOLDERS values)
+pradelis_folder(pradelis_dataaccess FOLDERS dataaccess dataaccess/sqlite dataaccess/schema
+  USES pradelis_values PRIVATE_USES SQLite::SQLite3 OpenSSL::Crypto Threads::Threads)
+# The business methods and the frame know each other by CRM's one header, so they are one library.
+pradelis_folder(pradelis_component
+  FOLDERS component login deals accounts catalog customfields trees users
+  USES pradelis_dataaccess)
+pradelis_folder(pradelis_automation FOLDERS automation USES pradelis_component)
+pradelis_folder(pradelis_site FOLDERS site USES pradelis_component PRIVATE_USES Threads::Threads)
+
+file(GLOB command_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/command/*.cpp)
+if(command_sources)
+  add_executable(pradelis ${command_sources})
+  set_target_properties(pradelis PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+  target_link_libraries(pradelis PRIVATE pradelis_automation pradelis_site pradelis_warnings)
+endif()
