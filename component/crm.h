@@ -238,11 +238,19 @@ class CRM : public Object {
   bool Alterar_Grupo_Vendedor(std::int32_t RGRUPO, std::int32_t OIDPessoa);
 
  private:
-  /// Runs a method's body under the error convention; a failure first releases the working recordsets.
+  /// Runs a method's body under the error convention; a failure first releases the working recordsets,
+  /// and `slot` too for a method that does its work in a public one.
   template <class Body>
   decltype(auto) reporting(std::string_view method, Body&& body) {
     return component::reporting("Pradelis.CRM.", method, std::forward<Body>(body),
                                 [this]() noexcept { release_working(); });
+  }
+  template <class Body>
+  decltype(auto) reporting(std::string_view method, dataaccess::RecordsetPtr& slot, Body&& body) {
+    return component::reporting("Pradelis.CRM.", method, std::forward<Body>(body), [this, &slot]() noexcept {
+      slot.reset();
+      release_working();
+    });
   }
   void release_working() noexcept;
 
@@ -252,6 +260,8 @@ class CRM : public Object {
 
   Variant ApagarClasseProduto(const Variant& negocio);
   Variant CadastrarClasseProduto(const std::string& classeProduto, const Variant& negocio);
+  /// Adds each class of a list separated by ",", blanks around them removed; none for an empty list.
+  void add_product_classes(const std::string& classes, const Variant& negocio);
 
   /// The value column of an extra field of this definition and type code.
   std::string value_column(const std::string& definicao, const Variant& rtipo);

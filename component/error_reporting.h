@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,6 +27,12 @@ decltype(auto) reporting(std::string_view prefix, std::string_view method, Body&
     release();
     raise_again(std::string(prefix).append(method));
   }
+}
+
+/// The same for a method that holds nothing but locals.
+template <class Body>
+decltype(auto) reporting(std::string_view prefix, std::string_view method, Body&& body) {
+  return reporting(prefix, method, std::forward<Body>(body), []() noexcept {});
 }
 
 }  // namespace pradelis::component

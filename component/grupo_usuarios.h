@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "dataaccess/recordset.h"
 #include "values/object.h"
 
 namespace pradelis::component {
@@ -39,6 +40,13 @@ class GrupoUsuarios : public Object {
   /// Members, in any role, of the listed groups. `pListaGRP` goes into the statement as it is; an
   /// empty list is refused by the database.
   std::string fUsuariosGRP(const std::string& pListaGRP);
+
+ private:
+  /// Keeps a statement in `strSQL` and opens it, read-only and static.
+  dataaccess::RecordsetPtr open_statement(std::string sql);
+  dataaccess::RecordsetPtr open_children(std::int32_t group);
+  /// Deletes those of the listed items that are the scope of no other listed one.
+  void delete_leaves(const std::string& groups, std::int32_t responsible);
 };
 using GrupoUsuariosPtr = std::shared_ptr<GrupoUsuarios>;
 

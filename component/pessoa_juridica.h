@@ -20,13 +20,6 @@ class PessoaJuridica : public Object {
   ///                          Goes into the statement as it is
   void Montar_Arv_Classif(const std::string& CheckBox, std::int16_t Tamanho, const Variant& CollClassifSelec,
                           const std::string& RSuper = "");
-
- private:
-  std::int16_t Arv_Classif(const std::string& CheckBox, std::int32_t oid, const std::string& nome,
-                           std::int16_t counter, std::int16_t parent, std::int16_t indent,
-                           const Variant& selected);
-
-  std::int32_t last_script_parent_ = 0;
 };
 using PessoaJuridicaPtr = std::shared_ptr<PessoaJuridica>;
 

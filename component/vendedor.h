@@ -18,10 +18,6 @@ class Vendedor : public Object {
   /// \param Tamanho   indentation of the first level, in pixels
   void Montar_Arv_Vendedor(const std::string& CheckBox, std::int32_t OidPF, const std::string& NomePF,
                            std::int16_t Tamanho);
-
- private:
-  std::int16_t Arv_Vendedor(const std::string& CheckBox, std::int32_t oid, const std::string& nome,
-                            std::int16_t counter, std::int16_t indent);
 };
 using VendedorPtr = std::shared_ptr<Vendedor>;
 
