@@ -129,7 +129,8 @@ using Quelcor2008Ptr = std::shared_ptr<Quelcor2008>;
 /// A new entry object for the calling thread.
 Quelcor2008Ptr new_quelcor();
 
-/// Encodes a password: given the text and the installation's settings holder, gives the stored form.
+/// Gives the form in which a text, login and password, is stored. It must be safe between single
+/// quotes.
 using PasswordEncoder = std::function<std::string(const std::string& text)>;
 
 /// Replaces the password encoding of the whole process by a deployment's own; an empty function

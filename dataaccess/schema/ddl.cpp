@@ -1,0 +1,38 @@
+#include "dataaccess/schema/ddl.h"
+
+#include "values/text.h"
+
+namespace pradelis::dataaccess::schema {
+
+std::string create_table(const Table& table, const Engine& engine) {
+  std::string sql = concat("create table ", table.name, " (");
+  const char* separator = "";
+  for (const Column& column : table.columns) {
+    sql += concat(separator, column.name, " ", engine.declaration(column));
+    separator = ", ";
+  }
+  return sql + ")";
+}
+
+std::string add_column(const Table& table, const Column& column, const Engine& engine) {
+  Column optional = column;
+  optional.required = false;
+  return concat("alter table ", table.name, " add ", column.name, " ", engine.declaration(optional));
+}
+
+std::string create_index(const Table& table, const Index& index, const Engine& engine) {
+  const std::string columns = index.kind == Index::Kind::UpperCase
+                                  ? concat(engine.upper_case, "(", index.columns, ")")
+                                  : std::string(index.columns);
+  std::string sql = concat("create index ", index.name, " on ", table.name, " (", columns, ")");
+  if (index.kind == Index::Kind::OnlySet) {
+    sql += concat(" where ", index.columns.substr(0, index.columns.find(',')), " is not null");
+  }
+  return sql;
+}
+
+std::string create_view(const View& view) { return concat("create view ", view.name, " as ", view.query); }
+
+std::string drop_view(const View& view) { return concat("drop view ", view.name); }
+
+}  // namespace pradelis::dataaccess::schema
