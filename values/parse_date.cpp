@@ -236,7 +236,7 @@ bool read_day(const FieldReader& fields, const Layout& layout, DateParts& parts)
   }
   if (layout.day_count == 3) {
     return set_day_in_order(numbers, month_name,
-                            {day_month_year, year_day_month, month_day_year, year_month_day}, parts);
+                            {day_month_year, month_day_year, year_month_day, year_day_month}, parts);
   }
   // Two numbers are a day of this year, or else the first day of a month.
   numbers[2] = parts_of(today()).year;

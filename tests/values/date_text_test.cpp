@@ -32,6 +32,7 @@ TEST_F(DateText, ReadsDayFirstAndThenTheOtherOrders) {
       {"31/12/2024", "31/12/2024"},
       {"12/31/2024", "31/12/2024"},
       {"2024-12-31", "31/12/2024"},
+      {"2024-05-06", "06/05/2024"},  // a year in front brings the month next
       {"2024/31/12", "31/12/2024"},
       {"31/2/24", "24/02/1931"},  // only year, month, day makes a date of it
       {"29/2/2024", "29/02/2024"},
