@@ -55,7 +55,8 @@ std::string_view Statement::text(int column) const {
 }
 
 Database::Database(const std::string& path) {
-  check(database_, sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr));
+  check(database_,
+        sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr));
   run("pragma journal_mode=wal; pragma synchronous=normal; pragma busy_timeout=5000");
 }
 

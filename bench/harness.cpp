@@ -49,8 +49,8 @@ double median_ratio(const Case& measured) { return measure(measured).ratio; }
 
 void report(const Case& measured) {
   const Measurement result = measure(measured);
-  std::printf("%-52s %5.2f  (at most %.2f)  %10.1f us against %10.1f us\n", measured.name.c_str(), result.ratio,
-              measured.target, result.component, result.by_hand);
+  std::printf("%-52s %5.2f  (at most %.2f)  %10.1f us against %10.1f us\n", measured.name.c_str(),
+              result.ratio, measured.target, result.component, result.by_hand);
   std::fflush(stdout);
 }
 
