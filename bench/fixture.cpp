@@ -126,9 +126,9 @@ Fixture::Fixture() {
   folder_ = mkdtemp(pattern.data());
   const std::filesystem::path component_file = folder_ / "component.db", hand_file = folder_ / "hand.db";
   dataaccess::schema::InitOptions options;
-  options.maintenance_password = "bench";
+  options.maintenance_password = [] { return std::string("bench"); };
   options.password_rounds = 1'000;
-  dataaccess::schema::initialise("sqlite:" + component_file.string(), options);
+  dataaccess::schema::initialise("sqlite:" + component_file.string() + "?create=1", options);
   component::reset_thread_state();
   {
     Database filled(component_file.string());
