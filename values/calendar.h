@@ -8,6 +8,10 @@ namespace pradelis {
 constexpr std::int32_t first_year = 100;
 constexpr std::int32_t last_year = 9999;
 
+/// Day numbers of 1 January of the first year and 31 December of the last.
+constexpr std::int32_t first_day = -657434;
+constexpr std::int32_t last_day = 2958465;
+
 constexpr bool is_leap_year(std::int32_t year) {
   return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }

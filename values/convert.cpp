@@ -71,8 +71,6 @@ Integer convert_to(const Variant& value) {
 }
 
 Date date_of_serial(double serial) {
-  static const double first_day = day_number_of(first_year, 1, 1);
-  static const double last_day = day_number_of(last_year, 12, 31);
   if (!(serial > first_day - 1 && serial < last_day + 1)) raise(error_number::overflow);
   return {serial};
 }

@@ -25,10 +25,8 @@ bool is_valid(const DateParts& parts) {
 /// Rounds to the millisecond, so that the noise of the fraction never shows as 23:59:59.999 of the day
 /// before.
 DayAndTime split_serial(Date date) {
-  static const double first_serial = day_number_of(first_year, 1, 1);
-  static const double last_day = day_number_of(last_year, 12, 31);
   const double day = std::trunc(date.serial);
-  if (!(day >= first_serial && day <= last_day)) raise(error_number::invalid_argument);
+  if (!(day >= first_day && day <= last_day)) raise(error_number::invalid_argument);
   const double fraction = std::fabs(date.serial - day);
   DayAndTime result = {static_cast<std::int32_t>(day),
                        std::llround(fraction * static_cast<double>(milliseconds_per_day))};

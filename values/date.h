@@ -36,6 +36,7 @@ DateParts parts_of(Date date);
 
 /// The day number of `date`: the number of midnights from 30 December 1899 to it. The difference of
 /// two day numbers is the number of calendar-day boundaries between two dates.
+/// Raises error 5 when `date` lies outside the years 100 to 9999.
 std::int32_t day_number(Date date);
 
 /// Orders by time, also for days before 30 December 1899, where serials do not.

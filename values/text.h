@@ -13,8 +13,8 @@
 namespace pradelis {
 
 /// Upper case of a UTF-8 text, letter by letter: accented Latin, Greek and Cyrillic letters too.
-/// "ß" and letters whose capital is more than one letter stay as they are. Bytes that are no valid
-/// UTF-8 are kept.
+/// Letters whose capital and small form are not each other's only counterpart stay as they are ("ß", "ı",
+/// the final "ς"). Bytes that are no valid UTF-8 are kept. The result is as long as `text`.
 std::string to_upper(std::string_view text);
 std::string to_lower(std::string_view text);
 
