@@ -1,0 +1,121 @@
+#include "dataaccess/connection.h"
+
+#include "dataaccess/failures.h"
+#include "dataaccess/open_recordset.h"
+#include "dataaccess/pooled_connection.h"
+#include "dataaccess/read_recordset.h"
+#include "dataaccess/table_recordset.h"
+#include "dataaccess/trace.h"
+
+namespace pradelis::dataaccess {
+
+namespace {
+constexpr std::int32_t already_open = 3705;
+}
+
+PooledConnection::~PooledConnection() { release(); }
+
+void PooledConnection::Open() {
+  if (live_) raise(already_open, "A operação não é permitida: a conexão já está aberta.");
+  live_ = pool_->take(settings_);
+  open_settings_ = settings_;
+}
+
+void PooledConnection::Close() {
+  if (!live_) raise_closed_connection();
+  release();
+}
+
+void PooledConnection::release() noexcept {
+  while (recordsets_ != nullptr) recordsets_->end();
+  if (live_) pool_->give_back(open_settings_, std::move(live_));
+  live_.reset();
+}
+
+LiveConnection& PooledConnection::live() {
+  if (!live_) raise_closed_connection();
+  if (!live_->usable()) reconnect();
+  return *live_;
+}
+
+// Rows in memory survive the connection; recordsets whose statement stood on it end with it.
+void PooledConnection::reconnect() {
+  for (OpenRecordset* recordset = recordsets_; recordset != nullptr;) {
+    OpenRecordset* next = recordset->next_of_connection();
+    if (recordset->standing()) recordset->end();
+    recordset = next;
+  }
+  live_.reset();
+  live_ = pool_->take(open_settings_);
+}
+
+void PooledConnection::read_off_results() {
+  for (OpenRecordset* recordset = recordsets_; recordset != nullptr;
+       recordset = recordset->next_of_connection()) {
+    recordset->read_off();
+  }
+}
+
+StatementLease PooledConnection::run(std::string_view text, std::span<const Cell> values) {
+  if (live_->traits().one_result) read_off_results();
+  for (bool first_try = true;; first_try = false) {
+    StatementLease statement = live_->statements().take(text);
+    for (std::size_t index = 0; index < values.size(); ++index) statement->bind(index, values[index]);
+    try {
+      statement->run(settings_.command_timeout);
+      live_->note_use();
+      return statement;
+    } catch (const Error&) {
+      if (!first_try || !live_->connection().hindered_by_open_results()) throw;
+    }
+    statement.give_back();
+    read_off_results();
+  }
+}
+
+std::int64_t PooledConnection::change(std::string_view text, std::span<const Cell> values) {
+  TraceLine trace(text, values);
+  try {
+    live();
+    const std::int64_t changed = run(text, values)->rows_changed();
+    trace.set_rows(changed);
+    return changed;
+  } catch (const Error& failure) {
+    raise_for_statement(failure, text);
+  }
+}
+
+RecordsetPtr PooledConnection::Execute(const std::string& sql, std::int64_t* rows_changed) {
+  return open_rows(sql, location_ != CursorLocation::Client, 0, rows_changed);
+}
+
+RecordsetPtr PooledConnection::open_rows(const std::string& sql, bool streamed, std::size_t limit,
+                                         std::int64_t* rows_changed) {
+  if (!live_) raise_closed_connection();
+  const auto kind = streamed ? ReadRecordset::Kind::Stream : ReadRecordset::Kind::Snapshot;
+  auto recordset = std::make_shared<ReadRecordset>(self(), kind);
+  if (rows_changed != nullptr) *rows_changed = 0;
+  try {
+    check_statement_text(sql);
+    recordset->run(sql, limit, rows_changed);
+  } catch (const Error& failure) {
+    raise_for_statement(failure, sql);
+  }
+  return recordset;
+}
+
+RecordsetPtr PooledConnection::open_table(const std::string& sql, std::size_t limit) {
+  if (!live_) raise_closed_connection();
+  auto recordset = std::make_shared<TableRecordset>(self());
+  try {
+    check_statement_text(sql);
+    recordset->prepare(sql, limit);
+  } catch (const Error& failure) {
+    raise_for_statement(failure, sql);
+  }
+  return recordset;
+}
+
+ConnectionPtr new_connection() { return std::make_shared<PooledConnection>(); }
+
+}  // namespace pradelis::dataaccess

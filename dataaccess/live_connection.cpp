@@ -1,0 +1,24 @@
+#include "dataaccess/live_connection.h"
+
+namespace pradelis::dataaccess {
+
+namespace {
+constexpr std::size_t most_plans = 200;
+constexpr std::chrono::milliseconds trusted_for{200};
+}  // namespace
+
+const TablePlanPtr& LiveConnection::table_plan(std::string_view text) {
+  std::string key(text);
+  if (const auto found = plans_.find(key); found != plans_.end()) return found->second;
+  TablePlanPtr plan = make_table_plan(text, statements_, *connection_);
+  if (plans_.size() == most_plans) plans_.clear();
+  return plans_.emplace(std::move(key), std::move(plan)).first->second;
+}
+
+bool LiveConnection::usable() noexcept {
+  if (connection_->lost()) return false;
+  if (!traits_.remote || std::chrono::steady_clock::now() - last_use_ < trusted_for) return true;
+  return connection_->alive();
+}
+
+}  // namespace pradelis::dataaccess

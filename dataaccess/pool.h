@@ -1,0 +1,48 @@
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "dataaccess/driver.h"
+#include "dataaccess/live_connection.h"
+
+namespace pradelis::dataaccess {
+
+/// The unused connections of the process, by connection string and mode. Its functions may be called
+/// from any thread.
+class Pool {
+ public:
+  /// A connection for these settings: an unused one that still works, or a new one. Raises
+  /// -2147467259 when the database cannot be reached.
+  std::unique_ptr<LiveConnection> take(const ConnectionSettings& settings);
+  /// Keeps a connection for the next user. Nothing stands open on it any more.
+  void give_back(const ConnectionSettings& settings, std::unique_ptr<LiveConnection> connection) noexcept;
+  /// Closes all unused connections.
+  void close_idle() noexcept;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  using Key = std::pair<std::string, ConnectMode>;
+  struct Idle {
+    std::unique_ptr<LiveConnection> connection;
+    Clock::time_point since;
+  };
+
+  std::unique_ptr<LiveConnection> take_idle(const Key& key);
+
+  std::mutex mutex_;
+  std::map<Key, std::vector<Idle>> idle_;  // the last used at the end
+};
+
+/// The pool of the process; whoever holds a connection holds it too, so that it ends last.
+const std::shared_ptr<Pool>& process_pool();
+
+/// Closes the connections that nobody uses: for a host that stops, or before a database file is moved.
+void close_idle_connections() noexcept;
+
+}  // namespace pradelis::dataaccess

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "dataaccess/connection.h"
+#include "dataaccess/driver.h"
+#include "dataaccess/live_connection.h"
+#include "dataaccess/pool.h"
+#include "dataaccess/statement_cache.h"
+
+namespace pradelis::dataaccess {
+
+class OpenRecordset;
+
+/// The connection object: settings, the live connection from the pool while it is open, and the
+/// recordsets that are open on it. Recordsets keep their connection alive.
+class PooledConnection final : public Connection {
+ public:
+  PooledConnection() : pool_(process_pool()) {}
+  ~PooledConnection() override;
+
+  const std::string& ConnectionString() const override { return settings_.connection_string; }
+  void set_ConnectionString(const std::string& value) override { settings_.connection_string = value; }
+  CursorLocation Location() const override { return location_; }
+  void set_Location(CursorLocation value) override { location_ = value; }
+  ConnectMode Mode() const override { return settings_.mode; }
+  void set_Mode(ConnectMode value) override { settings_.mode = value; }
+  void set_ConnectionTimeout(std::int16_t seconds) override { settings_.connection_timeout = seconds; }
+  void set_CommandTimeout(std::int16_t seconds) override { settings_.command_timeout = seconds; }
+
+  void Open() override;
+  ObjectState State() const override { return live_ ? ObjectState::Open : ObjectState::Closed; }
+  void Close() override;
+  RecordsetPtr Execute(const std::string& sql, std::int64_t* rows_changed) override;
+
+  /// A read-only recordset on the result of `sql`, closed when the statement has none. `streamed`: row
+  /// by row from the database instead of read whole. `limit` is the most rows, 0 for all.
+  RecordsetPtr open_rows(const std::string& sql, bool streamed, std::size_t limit,
+                         std::int64_t* rows_changed = nullptr);
+  /// An updatable recordset; its statement is checked, and runs when a row is asked for.
+  RecordsetPtr open_table(const std::string& sql, std::size_t limit);
+
+  /// Opens the connection again when it was lost. Raises 3704 when it is closed.
+  LiveConnection& live();
+  /// Runs a statement of the suite's dialect, with "?" for its values. What the values point to stays
+  /// while the statement is in use. Results that stand open are read off when they are in its way.
+  StatementLease run(std::string_view text, std::span<const Cell> values);
+  /// Runs a statement that a recordset makes, traced; gives the number of rows that it changed.
+  std::int64_t change(std::string_view text, std::span<const Cell> values);
+
+ private:
+  friend class OpenRecordset;
+
+  std::shared_ptr<PooledConnection> self() {
+    return std::static_pointer_cast<PooledConnection>(shared_from_this());
+  }
+  void reconnect();
+  void read_off_results();
+  void release() noexcept;
+
+  std::shared_ptr<Pool> pool_;
+  ConnectionSettings settings_;
+  ConnectionSettings open_settings_;  // those of the live connection
+  CursorLocation location_ = CursorLocation::Server;
+  std::unique_ptr<LiveConnection> live_;
+  OpenRecordset* recordsets_ = nullptr;  // a list through the recordsets
+};
+
+}  // namespace pradelis::dataaccess
