@@ -31,6 +31,13 @@ inline constexpr std::int32_t category_company_address = 1066;
 inline constexpr std::int32_t category_client = 2121;
 inline constexpr std::int32_t category_prospect = 2127;
 
+// Lists that forms choose from: each is the set of categories below one of these.
+inline constexpr std::int32_t list_contact_roles = 2201;
+inline constexpr std::int32_t list_loss_reasons = 2202;
+inline constexpr std::int32_t list_product_classes = 2203;
+inline constexpr std::int32_t list_states = 2204;  ///< of the country; filled, from 2301 on
+inline constexpr std::int32_t list_activity_kinds = 2205;
+
 /// Role of a person in a user group.
 inline constexpr std::int32_t role_group_member = 26735;
 /// Group of all user accounts; they are members in role 7.

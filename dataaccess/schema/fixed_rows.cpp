@@ -59,6 +59,52 @@ void add_categories(std::vector<FixedRow>& rows) {
   rows.push_back(category(fixed::category_prospect, fixed::class_company));
 }
 
+void add_list(std::vector<FixedRow>& rows, std::int32_t oid, const char* name) {
+  rows.push_back(system_item(oid, name));
+  rows.push_back(category(oid, fixed::system_object));
+}
+
+void add_lists(std::vector<FixedRow>& rows) {
+  add_list(rows, fixed::list_contact_roles, "Cargos de contatos");
+  add_list(rows, fixed::list_loss_reasons, "Motivos de perda");
+  add_list(rows, fixed::list_product_classes, "Classes de produto");
+  add_list(rows, fixed::list_states, "Estados");
+  add_list(rows, fixed::list_activity_kinds, "Tipos de atividade");
+
+  std::int32_t oid = 2301;
+  for (const char* state : {"Acre",
+                            "Alagoas",
+                            "Amapá",
+                            "Amazonas",
+                            "Bahia",
+                            "Ceará",
+                            "Distrito Federal",
+                            "Espírito Santo",
+                            "Goiás",
+                            "Maranhão",
+                            "Mato Grosso",
+                            "Mato Grosso do Sul",
+                            "Minas Gerais",
+                            "Pará",
+                            "Paraíba",
+                            "Paraná",
+                            "Pernambuco",
+                            "Piauí",
+                            "Rio de Janeiro",
+                            "Rio Grande do Norte",
+                            "Rio Grande do Sul",
+                            "Rondônia",
+                            "Roraima",
+                            "Santa Catarina",
+                            "São Paulo",
+                            "Sergipe",
+                            "Tocantins"}) {
+    rows.push_back(system_item(oid, state));
+    rows.push_back(category(oid, fixed::list_states));
+    ++oid;
+  }
+}
+
 void add_system_objects(std::vector<FixedRow>& rows) {
   // Placed under nothing: a walk down from the object must not meet the object again.
   rows.push_back(item(fixed::system_object, "SISTEMA", fixed::class_system, 0));
@@ -108,6 +154,7 @@ std::vector<FixedRow> fixed_rows() {
   add_system_objects(rows);
   add_classes(rows);
   add_categories(rows);
+  add_lists(rows);
   add_current_company(rows);
   rows.push_back(birth_date());
   return rows;
