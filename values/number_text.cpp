@@ -142,9 +142,7 @@ class NumberReader {
   void read_suffix() {
     for (;;) {
       if (skip_spaces(rest_)) continue;
-      if (!has_minus_ && take('-')) {
-        number_.negative = true;
-      } else if (has_parenthesis_ && take(')')) {
+      if ((!has_minus_ && take('-')) || (has_parenthesis_ && take(')'))) {
         number_.negative = true;
       } else if (!(!has_plus_ && take('+')) &&
                  !(!number_.is_bits && (take(thousands_point) || take_currency()))) {

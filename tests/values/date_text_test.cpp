@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <compare>
 #include <limits>
 #include <string>
 
@@ -162,9 +163,9 @@ TEST(Dates, RefuseWhatDoesNotExist) {
 }
 
 TEST(Dates, OrderByTimeAlsoBeforeTheEpoch) {
-  EXPECT_TRUE(compare({-1.25}, {-1.75}) < 0) << "later the same day, though the serial is lower";
-  EXPECT_TRUE(compare({-0.25}, {0.25}) == 0);
-  EXPECT_TRUE(compare({-2.5}, {-1.0}) < 0);
+  EXPECT_TRUE(std::is_lt(compare({-1.25}, {-1.75}))) << "later the same day, though the serial is lower";
+  EXPECT_TRUE(std::is_eq(compare({-0.25}, {0.25})));
+  EXPECT_TRUE(std::is_lt(compare({-2.5}, {-1.0})));
   EXPECT_EQ(day_number({-1.75}), -1);
   EXPECT_EQ(day_number({39876.9999999999}), 39877) << "noise of the fraction is no time of day";
 }
