@@ -73,4 +73,7 @@ RecordsetPtr ThreadConnection::AbrirTabela(const std::string& table, CursorType 
 
 QLCConnPtr new_thread_connection() { return std::make_shared<ThreadConnection>(); }
 
+// There is no other class of connections.
+PooledConnection& connection_of(QLCConn& conn) { return static_cast<PooledConnection&>(*conn.Conexao()); }
+
 }  // namespace pradelis::dataaccess
