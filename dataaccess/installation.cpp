@@ -1,6 +1,7 @@
 #include "dataaccess/installation.h"
 
 #include "dataaccess/schema/engine.h"
+#include "dataaccess/thread_connection.h"
 #include "values/convert.h"
 #include "values/error.h"
 
@@ -12,8 +13,9 @@ void require_row(const RecordsetPtr& row) {
 }
 
 std::int32_t take_block(QLCConn& conn, std::int32_t size) {
-  const schema::Engine& engine = schema::engine_for(conn.ConnectionString());
-  const RecordsetPtr row = conn.Conexao()->Execute(engine.take_identifiers(size));
+  PooledConnection& connection = connection_of(conn);
+  const schema::Engine& engine = schema::engine_of(connection.live().connection().dialect());
+  const RecordsetPtr row = connection.Execute(engine.take_identifiers(size), nullptr);
   require_row(row);
   const std::int32_t end = to_int32(row->value(0));
   row->Close();

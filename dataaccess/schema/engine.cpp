@@ -1,12 +1,19 @@
 #include "dataaccess/schema/engine.h"
 
 #include "values/error.h"
+#include "values/text.h"
 
 namespace pradelis::dataaccess::schema {
 
-const Engine& engine_for(std::string_view connection_string) {
-  if (connection_string.starts_with("sqlite:")) return sqlite_engine;
-  raise(error_number::database_failed, "Para este banco de dados não há esquema.");
+const Engine& engine_of(const Dialect& dialect) {
+  if (dialect.engine == sqlite_engine.name) return sqlite_engine;
+  raise(error_number::database_failed, concat("Para o banco de dados ", dialect.engine, " não há esquema."));
+}
+
+std::string creating_connection_string(const std::string& connection_string) {
+  if (!connection_string.starts_with("sqlite:")) return connection_string;
+  if (connection_string.find("create=") != std::string::npos) return connection_string;
+  return connection_string + (connection_string.find('?') == std::string::npos ? "?create=1" : "&create=1");
 }
 
 }  // namespace pradelis::dataaccess::schema

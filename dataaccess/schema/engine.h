@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "dataaccess/dialect.h"
 #include "dataaccess/schema/description.h"
 
 /// What creating and keeping the database takes in an engine's own words: all that differs between
@@ -23,13 +24,15 @@ struct Engine {
   std::string_view begin, commit, rollback;
   /// Raises the first free identifier by `count` and gives the raised one, atomically.
   std::string (*take_identifiers)(std::int32_t count);
-  /// The connection string with which a database that is not there yet is created.
-  std::string (*creating)(const std::string& connection_string);
 };
 
 extern const Engine sqlite_engine;
 
-/// The engine behind a connection string. Raises -2147467259 when there is none for it.
-const Engine& engine_for(std::string_view connection_string);
+/// The engine of this dialect. Raises -2147467259 when there is none.
+const Engine& engine_of(const Dialect& dialect);
+
+/// The connection string with which a database that is not there yet is created, on engines that keep
+/// it in a file; elsewhere the string itself.
+std::string creating_connection_string(const std::string& connection_string);
 
 }  // namespace pradelis::dataaccess::schema

@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "dataaccess/passwords.h"
-#include "dataaccess/quelcor.h"
 #include "dataaccess/schema/ddl.h"
 #include "dataaccess/schema/fixed.h"
 #include "dataaccess/schema/fixed_rows.h"
+#include "dataaccess/thread_connection.h"
 #include "values/error.h"
 #include "values/text.h"
 
@@ -26,6 +26,12 @@ struct Catalogue {
 
 [[noreturn]] void refuse(const std::string& reason) {
   raise(error_number::database_failed, concat("O banco de dados ", reason, ". Nada foi alterado."));
+}
+
+QLCConnPtr connect(const std::string& connection_string) {
+  QLCConnPtr conn = new_thread_connection();
+  conn->set_ConnectionString(creating_connection_string(connection_string));
+  return conn;
 }
 
 /// One run of `initialise` on its connection.
@@ -61,9 +67,9 @@ class Initialisation {
 };
 
 Initialisation::Initialisation(const std::string& connection_string, const InitOptions& options)
-    : conn_(new_quelcor()->Conn()), engine_(engine_for(connection_string)), options_(options) {
-  conn_->set_ConnectionString(engine_.creating(connection_string));
-}
+    : conn_(connect(connection_string)),
+      engine_(engine_of(connection_of(*conn_).live().connection().dialect())),
+      options_(options) {}
 
 void Initialisation::execute(const std::string& sql) { conn_->Conexao()->Execute(sql); }
 

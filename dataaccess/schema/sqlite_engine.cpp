@@ -38,11 +38,6 @@ std::string take_identifiers(std::int32_t count) {
                 " where oid = 1 returning proximooid");
 }
 
-std::string creating(const std::string& connection_string) {
-  if (connection_string.find("create=") != std::string::npos) return connection_string;
-  return connection_string + (connection_string.find('?') == std::string::npos ? "?create=1" : "&create=1");
-}
-
 }  // namespace
 
 const Engine sqlite_engine = {
@@ -54,7 +49,6 @@ const Engine sqlite_engine = {
     .commit = "commit",
     .rollback = "rollback",
     .take_identifiers = take_identifiers,
-    .creating = creating,
 };
 
 }  // namespace pradelis::dataaccess::schema
