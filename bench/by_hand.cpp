@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "dataaccess/sqlite/functions.h"
+
 namespace pradelis::bench {
 namespace {
 
@@ -57,6 +59,7 @@ std::string_view Statement::text(int column) const {
 Database::Database(const std::string& path) {
   check(database_,
         sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr));
+  dataaccess::sqlite::add_functions(database_);  // an index of item needs one
   run("pragma journal_mode=wal; pragma synchronous=normal; pragma busy_timeout=5000");
 }
 
