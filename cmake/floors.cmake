@@ -16,18 +16,33 @@ function(pradelis_folder name)
   target_link_libraries(${name} PUBLIC ${ARG_USES} PRIVATE $<BUILD_INTERFACE:pradelis_warnings> ${ARG_PRIVATE_USES})
 endfunction()
 
-find_package(SQLite3 REQUIRED)
-find_package(OpenSSL REQUIRED COMPONENTS Crypto)
-find_package(Threads REQUIRED)
-
 pradelis_folder(pradelis_values FOLDERS values)
-pradelis_folder(pradelis_dataaccess FOLDERS dataaccess dataaccess/sqlite dataaccess/schema
-  USES pradelis_values PRIVATE_USES SQLite::SQLite3 OpenSSL::Crypto Threads::Threads)
+
+# What the platform brings: the library for Windows is one file, which reaches databases by ODBC alone.
+set(dataaccess_folders dataaccess dataaccess/schema)
+if(WIN32)
+  list(APPEND dataaccess_folders dataaccess/cng)
+  set(dataaccess_libraries bcrypt)
+else()
+  find_package(SQLite3 REQUIRED)
+  find_package(OpenSSL REQUIRED COMPONENTS Crypto)
+  find_package(Threads REQUIRED)
+  list(APPEND dataaccess_folders dataaccess/sqlite dataaccess/openssl)
+  set(dataaccess_libraries SQLite::SQLite3 OpenSSL::Crypto Threads::Threads)
+endif()
+pradelis_folder(pradelis_dataaccess FOLDERS ${dataaccess_folders}
+  USES pradelis_values PRIVATE_USES ${dataaccess_libraries})
 # The business methods and the frame know each other by CRM's one header, so they are one library.
 pradelis_folder(pradelis_component
   FOLDERS component login deals accounts catalog customfields trees users
   USES pradelis_dataaccess)
 pradelis_folder(pradelis_automation FOLDERS automation USES pradelis_component)
+
+add_subdirectory(${PROJECT_SOURCE_DIR}/com)
+if(WIN32)
+  return()
+endif()
+
 pradelis_folder(pradelis_site FOLDERS site USES pradelis_component PRIVATE_USES Threads::Threads)
 
 file(GLOB command_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/command/*.cpp)
