@@ -2,8 +2,10 @@
 #include <vector>
 
 #include "dataaccess/driver.h"
-#include "dataaccess/sqlite/sqlite_driver.h"
 #include "values/error.h"
+#ifndef _WIN32
+#include "dataaccess/sqlite/sqlite_driver.h"
+#endif
 
 namespace pradelis::dataaccess {
 namespace {
@@ -12,7 +14,9 @@ namespace {
 std::vector<std::unique_ptr<Driver>>& drivers() {
   static std::vector<std::unique_ptr<Driver>> all = [] {
     std::vector<std::unique_ptr<Driver>> built_in;
+#ifndef _WIN32  // the library for Windows is one file, without the embedded engine
     built_in.push_back(sqlite::new_driver());
+#endif
     return built_in;
   }();
   return all;
