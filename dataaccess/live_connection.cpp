@@ -4,7 +4,7 @@ namespace pradelis::dataaccess {
 
 namespace {
 constexpr std::size_t most_plans = 200;
-constexpr std::chrono::milliseconds trusted_for{200};
+constexpr std::chrono::milliseconds trusted_for{20};
 }  // namespace
 
 const TablePlanPtr& LiveConnection::table_plan(std::string_view text) {

@@ -47,6 +47,10 @@ class PooledConnection final : public Connection {
 
   /// Opens the connection again when it was lost. Raises 3704 when it is closed.
   LiveConnection& live();
+  /// Makes sure, at the next use, that a connection to a server is still there.
+  void distrust() noexcept {
+    if (live_) live_->distrust();
+  }
   /// Runs a statement of the suite's dialect, with "?" for its values. What the values point to stays
   /// while the statement is in use. Results that stand open are read off when they are in its way.
   StatementLease run(std::string_view text, std::span<const Cell> values);

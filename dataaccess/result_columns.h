@@ -41,6 +41,7 @@ class ResultColumns {
  private:
   std::vector<Column> columns_;
   bool all_declared_ = true;
+  bool names_differ_ = true;
 };
 using ResultColumnsPtr = std::shared_ptr<const ResultColumns>;
 

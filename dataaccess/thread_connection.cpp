@@ -44,7 +44,9 @@ class ThreadConnection final : public QLCConn {
 
 // Recordsets on the connection to the former database stay open as long as somebody holds them.
 void ThreadConnection::set_ConnectionString(const std::string& value) {
-  if (value == connection_->ConnectionString()) return;
+  // The settings are written at the beginning of each piece of work: what was lost since the last one
+  // is found here and not in the middle of it.
+  if (value == connection_->ConnectionString()) return connection_->distrust();
   connection_ = std::make_shared<PooledConnection>();
   connection_->set_ConnectionString(value);
   connection_->set_ConnectionTimeout(connection_timeout_);

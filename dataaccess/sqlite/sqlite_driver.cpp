@@ -88,6 +88,8 @@ void SqliteConnection::configure(const Options& options, bool read_only, std::in
   // A text in double quotes is a name; one that names nothing is a failure and not a text.
   sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  // Plans do not depend on the values of parameters: else each new value could mean preparing again.
+  sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
   add_functions(handle_.get());
   Statement(shared_, "pragma synchronous = " + options.synchronous).run(seconds);
   // The first access to the file: it fails here when it is no database.
