@@ -92,8 +92,8 @@ class CategoryTree {
                 number, "\" ", checked ? " Checked " : "", end);
   }
 
-  /// Makes the page open the branch that holds a ticked category, once for each run of siblings. The
-  /// roots (parent 0) are always in sight.
+  /// Makes the page open the branch that holds a ticked category, once for each run of siblings. Roots
+  /// (parent 0) start as if theirs were open.
   void open_branch(std::int16_t parent, std::int16_t number) {
     if (last_script_parent_ == parent) return;
     last_script_parent_ = parent;
