@@ -1,12 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <regex>
 #include <string>
 #include <vector>
 
-#include "dataaccess/connection.h"
+#include "dataaccess/lifter.h"
+#include "dataaccess/pooled_connection.h"
 #include "tests/support/database.h"
-#include "values/convert.h"
 #include "values/text.h"
 
 namespace pradelis::tests {
@@ -105,15 +106,22 @@ class Plans : public ::testing::Test {
     connection_->Open();
   }
 
+  /// The plan of a statement as it goes to the database: with its literals bound.
   std::string plan_of(const std::string& sql) {
+    lifter_.lift(sql, dataaccess::sqlite_dialect);
+    const dataaccess::StatementLease steps =
+        connection_->run(concat("explain query plan ", lifter_.text()), lifter_.values());
     std::string plan;
-    const dataaccess::RecordsetPtr steps = connection_->Execute("explain query plan " + sql);
-    for (; !steps->Eof(); steps->MoveNext()) plan += to_text(steps->value("detail")) + "\n";
+    while (steps->fetch()) plan.append(steps->cell(detail_column).text()).append("\n");
     return plan;
   }
 
+  static constexpr std::size_t detail_column = 3;
+
   TemporaryDatabase database_;
-  dataaccess::ConnectionPtr connection_ = dataaccess::new_connection();
+  std::shared_ptr<dataaccess::PooledConnection> connection_ =
+      std::make_shared<dataaccess::PooledConnection>();
+  dataaccess::Lifter lifter_;
 };
 
 TEST_F(Plans, FindTheRowsOfLargeTablesByAnIndex) {
