@@ -43,7 +43,27 @@ if(WIN32)
   return()
 endif()
 
-pradelis_folder(pradelis_site FOLDERS site USES pradelis_component PRIVATE_USES Threads::Threads)
+# The site: HTTP and templates from the system's libraries, its files inside the program.
+find_package(mstch REQUIRED)
+find_library(HTTPLIB_LIBRARY cpp-httplib REQUIRED)
+add_library(pradelis_httplib INTERFACE)
+# The classes' layout depends on these: they are what the system's library was built with.
+target_compile_definitions(pradelis_httplib INTERFACE
+  CPPHTTPLIB_OPENSSL_SUPPORT CPPHTTPLIB_ZLIB_SUPPORT CPPHTTPLIB_BROTLI_SUPPORT)
+target_link_libraries(pradelis_httplib INTERFACE ${HTTPLIB_LIBRARY} Threads::Threads)
+
+pradelis_folder(pradelis_site FOLDERS site site/pages
+  USES pradelis_component PRIVATE_USES mstch::mstch pradelis_httplib Threads::Threads)
+file(GLOB site_files CONFIGURE_DEPENDS
+  ${PROJECT_SOURCE_DIR}/site/templates/*.mustache ${PROJECT_SOURCE_DIR}/site/assets/*)
+add_custom_command(
+  OUTPUT ${PROJECT_BINARY_DIR}/embedded.cpp
+  COMMAND ${CMAKE_COMMAND} -DOUTPUT=${PROJECT_BINARY_DIR}/embedded.cpp -DSITE=${PROJECT_SOURCE_DIR}/site
+          -P ${PROJECT_SOURCE_DIR}/cmake/embed.cmake
+  DEPENDS ${site_files} ${PROJECT_SOURCE_DIR}/cmake/embed.cmake
+  COMMENT "Putting the site's files into the program"
+  VERBATIM)
+target_sources(pradelis_site PRIVATE ${PROJECT_BINARY_DIR}/embedded.cpp)
 
 file(GLOB command_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/command/*.cpp)
 if(command_sources)

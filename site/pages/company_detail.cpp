@@ -1,0 +1,66 @@
+#include "site/company_data.h"
+#include "site/context.h"
+#include "site/deal_data.h"
+#include "site/pages/pages.h"
+#include "site/rows.h"
+#include "values/text.h"
+
+namespace pradelis::site {
+namespace {
+
+constexpr std::int32_t deals_shown = 20;
+
+std::string address_line(const Company& company) {
+  std::string line = company.street;
+  const auto add = [&](const std::string& part, const char* separator) {
+    if (part.empty()) return;
+    if (!line.empty()) line += separator;
+    line += part;
+  };
+  add(company.house, ", ");
+  add(company.complement, ", ");
+  add(company.district, " · ");
+  return line;
+}
+
+std::vector<View> contact_views(Context& context, const std::string& company_page) {
+  std::vector<View> views;
+  for (const Contact& contact : read_contacts(context, context.id())) {
+    View view;
+    view.set("name", contact.name).set("role", contact.role_name);
+    view.set("address", company_page + "/contatos/" + std::to_string(contact.id) + "/alterar");
+    views.push_back(std::move(view));
+  }
+  return views;
+}
+
+std::vector<View> deal_views(Context& context) {
+  std::vector<View> views;
+  each_row(context.crm(),
+           concat("select ", deal_columns, deal_sources, " where n.oid in (",
+                  context.visible().deals_of(context.id()), ") order by n.oid desc"),
+           deals_shown, [&](const Row& row) { views.push_back(deal_entry(row)); });
+  return views;
+}
+
+void show_company(Context& context) {
+  const Company company = read_company(context, context.id());
+  const std::string page = company_address(company.id);
+  auto contacts = contact_views(context, page);
+  auto deals = deal_views(context);
+  View view;
+  view.set("page", page).set("legal_name", company.legal_name).optional("note", company.note);
+  view.set("owner", company.owner_name).set("registered", company.registered).flag("client", company.client);
+  view.optional("address", address_line(company)).set("city", company.city);
+  view.optional("postal_code", company.postal_code)
+      .flag("transferable", context.visible().sees(company.owner));
+  view.flag("no_contacts", contacts.empty()).list("contacts", std::move(contacts));
+  view.flag("no_deals", deals.empty()).list("deals", std::move(deals));
+  context.show("company", company.name, "empresas", std::move(view));
+}
+
+}  // namespace
+
+void add_company_detail(Router& router) { router.get("/empresas/{}", show_company); }
+
+}  // namespace pradelis::site

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "site/router.h"
+
+/// The areas of the site: each adds its pages to the router. A page is a function of a Context.
+namespace pradelis::site {
+
+void add_login_pages(Router& router);
+void add_home_pages(Router& router);
+void add_company_pages(Router& router);
+/// The page of one company.
+void add_company_detail(Router& router);
+void add_contact_pages(Router& router);
+void add_deal_pages(Router& router);
+void add_deal_state_pages(Router& router);
+void add_team_pages(Router& router);
+void add_city_pages(Router& router);
+void add_list_pages(Router& router);
+
+}  // namespace pradelis::site

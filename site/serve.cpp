@@ -1,0 +1,79 @@
+#include "site/serve.h"
+
+#include <pthread.h>
+
+#include <csignal>
+#include <cstdio>
+#include <thread>
+
+#include "component/crm.h"
+#include "site/apartment.h"
+#include "site/host.h"
+#include "site/site.h"
+#include "values/error.h"
+
+namespace pradelis::site {
+namespace {
+
+/// SIGINT and SIGTERM, kept from interrupting any thread that is started while this lives, and waited
+/// for instead.
+class StopSignals {
+ public:
+  StopSignals() {
+    sigemptyset(&signals_);
+    sigaddset(&signals_, SIGINT);
+    sigaddset(&signals_, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &signals_, &before_);
+  }
+  ~StopSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  StopSignals(const StopSignals&) = delete;
+  StopSignals& operator=(const StopSignals&) = delete;
+
+  void wait() {
+    int signal = 0;
+    sigwait(&signals_, &signal);
+  }
+
+ private:
+  sigset_t signals_{}, before_{};
+};
+
+/// Why the database cannot be served; empty when it can.
+std::string obstacle(const ApplicationSettings& settings) {
+  try {
+    Apartment apartment(settings);
+    const auto crm = std::make_shared<component::CRM>();
+    crm->OidEmpresaCorrente();
+    return {};
+  } catch (const Error& error) {
+    return error.description();
+  }
+}
+
+}  // namespace
+
+int serve(const ServeOptions& options) {
+  ApplicationSettings settings;
+  settings.connection_string = options.database;
+  if (const std::string reason = obstacle(settings); !reason.empty()) {
+    std::fprintf(stderr, "The database cannot be served; has `pradelis init` been run? %s\n", reason.c_str());
+    return 1;
+  }
+  StopSignals signals;
+  Site site(settings);
+  Host host(site, options);
+  if (!host.bind()) {
+    std::fprintf(stderr, "Cannot listen on %s port %d.\n", options.host.c_str(), options.port);
+    return 1;
+  }
+  std::thread listener([&] { host.run(); });
+  std::printf("http://%s:%d/\n", options.host.c_str(), host.port());
+  std::fflush(stdout);
+  signals.wait();
+  host.stop();
+  listener.join();
+  site.close();
+  return 0;
+}
+
+}  // namespace pradelis::site

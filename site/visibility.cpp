@@ -1,0 +1,71 @@
+#include "site/visibility.h"
+
+#include <algorithm>
+
+#include "component/crm.h"
+#include "site/request.h"
+#include "site/rows.h"
+#include "values/text.h"
+
+namespace pradelis::site {
+
+std::string Visibility::companies() const { return to_text(crm_.String_Empresa_Vendedor()); }
+
+std::string Visibility::deals(DealStates states) const {
+  return crm_.String_Negocio_Vendedor(0, Variant::null(), states.open, states.won, states.lost);
+}
+
+std::string Visibility::deals_of(std::int32_t company) const {
+  require_company(company);
+  return crm_.String_Negocio_Vendedor(0, company);
+}
+
+std::string Visibility::users() const { return to_text(user_.information.get<Variant::Array>().at(4)); }
+
+void Visibility::require(const std::string& statement) const {
+  bool found = false;
+  each_row(crm_, statement, 1, [&](const Row&) { found = true; });
+  if (!found) throw Refusal{404};
+}
+
+void Visibility::require_company(std::int32_t company) const {
+  require(
+      concat("select oid from PessoaJuridica_r where oid = ", company, " and oid in (", companies(), ")"));
+}
+
+void Visibility::require_deal(std::int32_t deal) const {
+  require(concat("select oid from item_r where oid = ", deal, " and oid in (", deals(), ")"));
+}
+
+void Visibility::require_contact(std::int32_t company, std::int32_t contact) const {
+  require_company(company);
+  require(concat("select i.oid from item_r i, agrupamento a where i.oid = ", contact,
+                 " and i.cid = 45 and a.ritem = i.oid and a.rgrupo = ", company));
+}
+
+bool Visibility::administers(std::int32_t group) const {
+  if (!user_.maintenance)
+    return std::find(user_.groups.begin(), user_.groups.end(), group) != user_.groups.end();
+  bool found = false;
+  each_row(crm_, concat("select oid from item_r where cid = 18 and oid = ", group), 1,
+           [&](const Row&) { found = true; });
+  return found;
+}
+
+void Visibility::require_group(std::int32_t group) const {
+  if (!administers(group)) throw Refusal{404};
+}
+
+bool Visibility::sees(std::int32_t person) const { return crm_.VerificaSubordinado(person); }
+
+std::vector<Option> Visibility::salespeople() const {
+  std::vector<Option> people;
+  if (user_.maintenance) people.push_back({user_.person, "Manutenção"});
+  each_row(crm_, concat("select oid, nome from vendedor_r where oid in (", users(), ") order by nome"), 0,
+           [&](const Row& row) {
+             people.push_back({row.id(0), row.text(1)});
+           });
+  return people;
+}
+
+}  // namespace pradelis::site
