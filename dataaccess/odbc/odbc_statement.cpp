@@ -1,0 +1,91 @@
+#include "dataaccess/odbc/odbc_statement.h"
+
+#include "values/error.h"
+
+namespace pradelis::dataaccess::odbc {
+
+OdbcStatement::OdbcStatement(Session& session, std::string_view sql) : session_(session) {
+  if (!to_wide(sql, text_)) raise(error_number::wrong_statement, "o texto da instrução não é UTF-8 válido");
+  if (!handle_.allocate(SQL_HANDLE_STMT, session.handle())) {
+    session.fail(diagnose(SQL_HANDLE_DBC, session.handle()));
+  }
+}
+
+const std::vector<Column>& OdbcStatement::columns() {
+  if (!described_) {
+    if (stage_ != Stage::Prepared) prepare();
+    learn_columns();
+  }
+  return shape_.columns;
+}
+
+void OdbcStatement::bind(std::size_t index, const Cell& value) {
+  while (parameters_.size() <= index) parameters_.emplace_back();
+  parameters_[index].set(value, traits_of(session_.engine()).microseconds);
+}
+
+void OdbcStatement::run(std::int16_t seconds) {
+  if (seconds != seconds_) {
+    session_.limit_time(handle_.get(), seconds);
+    seconds_ = seconds;
+  }
+  SQLUSMALLINT number = 0;
+  for (Parameter& parameter : parameters_) parameter.attach(session_, handle_.get(), ++number);
+  const SQLRETURN result = execute();
+  // An update that finds no row says "no data"; that is no failure.
+  if (result != SQL_NO_DATA && !succeeded(result)) {
+    const Diagnosis diagnosis = diagnose(SQL_HANDLE_STMT, handle_.get());
+    if (stage_ != Stage::Prepared || !means_stale(diagnosis)) session_.fail(diagnosis);
+    execute_afresh();
+  }
+  if (!described_) learn_columns();
+  open_ = !shape_.columns.empty();
+  if (!open_) return;
+  if (reader_ == nullptr) reader_ = make_reader(session_, handle_.get(), shape_.forms);
+  reader_->start();
+}
+
+SQLRETURN OdbcStatement::execute() {
+  if (stage_ == Stage::New) {
+    stage_ = Stage::RanOnce;
+    return SQLExecDirectW(handle_.get(), text_.data(), unit_count(text_));
+  }
+  if (stage_ == Stage::RanOnce) prepare();
+  return SQLExecute(handle_.get());
+}
+
+void OdbcStatement::execute_afresh() {
+  reader_.reset();
+  described_ = false;
+  SQLFreeStmt(handle_.get(), SQL_UNBIND);
+  prepare();
+  if (const SQLRETURN result = SQLExecute(handle_.get()); result != SQL_NO_DATA) {
+    session_.check(result, handle_.get());
+  }
+}
+
+void OdbcStatement::prepare() {
+  session_.check(SQLPrepareW(handle_.get(), text_.data(), unit_count(text_)), handle_.get());
+  stage_ = Stage::Prepared;
+}
+
+void OdbcStatement::learn_columns() {
+  shape_ = describe_result(session_, handle_.get());
+  described_ = true;
+}
+
+bool OdbcStatement::fetch() { return open_ && reader_->fetch(); }
+
+std::int64_t OdbcStatement::rows_changed() {
+  if (!shape_.columns.empty()) return 0;
+  SQLLEN rows = 0;
+  session_.check(SQLRowCount(handle_.get(), &rows), handle_.get());
+  return rows > 0 ? static_cast<std::int64_t>(rows) : 0;
+}
+
+void OdbcStatement::reset() noexcept {
+  if (open_) SQLFreeStmt(handle_.get(), SQL_CLOSE);
+  open_ = false;
+}
+
+}  // namespace pradelis::dataaccess::odbc

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "dataaccess/driver.h"
+#include "dataaccess/odbc/odbc_api.h"
+#include "dataaccess/odbc/parameter.h"
+#include "dataaccess/odbc/result_columns.h"
+#include "dataaccess/odbc/row_readers.h"
+#include "dataaccess/odbc/session.h"
+#include "dataaccess/odbc/wide_text.h"
+
+namespace pradelis::dataaccess::odbc {
+
+/// A statement of an ODBC connection. The server is asked to prepare it when its columns are wanted
+/// before it ran, or when it runs a second time: one that runs once costs one round trip.
+class OdbcStatement : public DriverStatement {
+ public:
+  /// Raises -2147217900 for a text that is no valid UTF-8.
+  OdbcStatement(Session& session, std::string_view sql);
+
+  const std::vector<Column>& columns() override;
+  void bind(std::size_t index, const Cell& value) override;
+  void run(std::int16_t seconds) override;
+  bool fetch() override;
+  void renew_time() noexcept override {}
+  Cell cell(std::size_t column) override { return reader_->cell(column); }
+  std::int64_t rows_changed() override;
+  void reset() noexcept override;
+
+ private:
+  enum class Stage : std::uint8_t { New, RanOnce, Prepared };
+
+  void prepare();
+  SQLRETURN execute();
+  /// Makes the server prepare the statement again and runs it.
+  void execute_afresh();
+  void learn_columns();
+
+  Session& session_;
+  Handle handle_;
+  WideText text_;
+  Stage stage_ = Stage::New;
+  std::deque<Parameter> parameters_;
+  std::int16_t seconds_ = 0;
+  bool described_ = false;
+  bool open_ = false;  ///< a result stands open
+  ResultShape shape_;
+  std::unique_ptr<RowReader> reader_;
+};
+
+}  // namespace pradelis::dataaccess::odbc
