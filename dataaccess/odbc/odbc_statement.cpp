@@ -11,7 +11,7 @@ OdbcStatement::OdbcStatement(Session& session, std::string_view sql) : session_(
   }
 }
 
-const std::vector<Column>& OdbcStatement::columns() {
+const ResultColumnsPtr& OdbcStatement::columns() {
   if (!described_) {
     if (stage_ != Stage::Prepared) prepare();
     learn_columns();
@@ -39,7 +39,7 @@ void OdbcStatement::run(std::int16_t seconds) {
     execute_afresh();
   }
   if (!described_) learn_columns();
-  open_ = !shape_.columns.empty();
+  open_ = !shape_.columns->empty();
   if (!open_) return;
   if (reader_ == nullptr) reader_ = make_reader(session_, handle_.get(), shape_.forms);
   reader_->start();
@@ -77,7 +77,7 @@ void OdbcStatement::learn_columns() {
 bool OdbcStatement::fetch() { return open_ && reader_->fetch(); }
 
 std::int64_t OdbcStatement::rows_changed() {
-  if (!shape_.columns.empty()) return 0;
+  if (!shape_.columns->empty()) return 0;
   SQLLEN rows = 0;
   session_.check(SQLRowCount(handle_.get(), &rows), handle_.get());
   return rows > 0 ? static_cast<std::int64_t>(rows) : 0;

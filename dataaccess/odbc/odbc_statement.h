@@ -24,7 +24,7 @@ class OdbcStatement : public DriverStatement {
   /// Raises -2147217900 for a text that is no valid UTF-8.
   OdbcStatement(Session& session, std::string_view sql);
 
-  const std::vector<Column>& columns() override;
+  const ResultColumnsPtr& columns() override;
   void bind(std::size_t index, const Cell& value) override;
   void run(std::int16_t seconds) override;
   bool fetch() override;

@@ -100,6 +100,7 @@ std::string describe_one(Session& session, SQLHSTMT statement, SQLUSMALLINT numb
 ResultShape describe_result(Session& session, SQLHSTMT statement) {
   SQLSMALLINT count = 0;
   session.check(SQLNumResultCols(statement, &count), statement);
+  std::vector<Column> columns;
   ResultShape result;
   for (SQLUSMALLINT number = 1; number <= count; ++number) {
     Description description;
@@ -109,9 +110,10 @@ ResultShape describe_result(Session& session, SQLHSTMT statement) {
     column.day_only = description.type == SQL_TYPE_DATE;
     const Shape shape = shape_of(column.type, description.type);
     const std::size_t units = shape == Shape::Text ? 2 : 1;
-    result.columns.push_back(std::move(column));
+    columns.push_back(std::move(column));
     result.forms.push_back({shape, static_cast<std::size_t>(description.size) * units});
   }
+  result.columns = std::make_shared<const ResultColumns>(std::move(columns));
   return result;
 }
 

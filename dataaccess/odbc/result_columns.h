@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "dataaccess/driver.h"
@@ -21,7 +22,7 @@ struct ResultColumn {
 };
 
 struct ResultShape {
-  std::vector<Column> columns;
+  ResultColumnsPtr columns = std::make_shared<const ResultColumns>();
   std::vector<ResultColumn> forms;  ///< one for each column
 };
 

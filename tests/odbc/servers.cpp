@@ -1,0 +1,91 @@
+#include "tests/odbc/servers.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+#include "dataaccess/odbc/odbc_driver.h"
+#include "values/convert.h"
+#include "values/text.h"
+
+namespace pradelis::tests {
+namespace {
+
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string() : std::string(value);
+}
+
+/// The database of this process on the PostgreSQL server.
+std::string create_database(const std::string& server) {
+  const auto connection = connect(server + "Database=postgres");
+  run(*connection, "drop database if exists driver_tests");
+  run(*connection, "create database driver_tests");
+  return server + "Database=driver_tests;";
+}
+
+Server make_postgresql() {
+  const std::string server = environment("PRADELIS_POSTGRES");
+  if (server.empty()) {
+    const std::string reason = environment("PRADELIS_POSTGRES_MISSING");
+    return {"PostgreSQL", "", reason.empty() ? "run by scripts/with-postgres" : reason};
+  }
+  return {"PostgreSQL", create_database(server), ""};
+}
+
+Server make_sqlite() {
+  const auto file = std::filesystem::temp_directory_path() / "pradelis-odbc-tests.db";
+  for (const char* ending : {"", "-wal", "-shm", "-journal"}) std::filesystem::remove(file.string() + ending);
+  return {"SQLite", "Driver=SQLite3;SyncPragma=OFF;Database=" + file.string() + ";", ""};
+}
+
+}  // namespace
+
+std::vector<Server> servers() {
+  static const Server sqlite = make_sqlite();
+  return {postgresql(), sqlite};
+}
+
+const Server& postgresql() {
+  static const Server server = make_postgresql();
+  return server;
+}
+
+std::unique_ptr<dataaccess::DriverConnection> connect(const std::string& connection_string,
+                                                      dataaccess::ConnectMode mode) {
+  return dataaccess::odbc::OdbcDriver().connect({connection_string, mode, 15, 30});
+}
+
+std::int64_t run(dataaccess::DriverConnection& connection, const std::string& sql) {
+  const auto statement = connection.prepare(sql);
+  statement->run(30);
+  return statement->rows_changed();
+}
+
+std::string first_value(dataaccess::DriverConnection& connection, const std::string& sql) {
+  const auto statement = connection.prepare(sql);
+  statement->run(30);
+  if (!statement->fetch()) return "no row";
+  const dataaccess::Cell cell = statement->cell(0);
+  switch (cell.kind) {
+    case dataaccess::CellKind::Null:
+      return "null";
+    case dataaccess::CellKind::Real:
+      return to_text(cell.real);
+    case dataaccess::CellKind::Date:
+    case dataaccess::CellKind::Day:
+      return to_text(Date{cell.real});
+    case dataaccess::CellKind::Boolean:
+    case dataaccess::CellKind::Integer:
+      return to_text(cell.integer);
+    default:
+      return std::string(cell.text());
+  }
+}
+
+void control_server(const std::string& what) {
+  const std::string command = environment("PRADELIS_POSTGRES_CONTROL") + " " + what + " >/dev/null 2>&1";
+  if (std::system(command.c_str()) != 0) throw std::runtime_error("the server did not " + what);
+}
+
+}  // namespace pradelis::tests
