@@ -18,6 +18,9 @@ constexpr FunctionName sqlite_functions[] = {
     {"upper", "maiuscula", false},
 };
 
+constexpr FunctionName common_functions[] = {{"isnull", "coalesce"}};
+constexpr FunctionName oracle_functions[] = {{"isnull", "nvl"}};
+
 // Whether the present place is in a select list or a sort or group key, at any depth.
 class Place {
  public:
@@ -96,6 +99,17 @@ bool is_plain_name(std::string_view name, NameCase name_case) {
 }  // namespace
 
 const Dialect sqlite_dialect{.engine = "sqlite", .functions = sqlite_functions};
+const Dialect postgresql_dialect{
+    .engine = "postgresql", .functions = common_functions, .name_case = NameCase::Lower};
+// The suite's statements are written in its dialect. It takes 2100 parameters.
+const Dialect sql_server_dialect{
+    .engine = "sqlserver", .functions = {}, .longest_list = 1024, .most_parameters = 2000};
+const Dialect oracle_dialect{.engine = "oracle",
+                             .functions = oracle_functions,
+                             .name_case = NameCase::Upper,
+                             .default_row = " values (default)",
+                             .longest_list = 512};
+const Dialect common_dialect{.engine = "", .functions = common_functions};
 
 std::string in_dialect(std::string_view sql, const Dialect& dialect) {
   std::string result;

@@ -33,6 +33,11 @@ struct Dialect {
 };
 
 extern const Dialect sqlite_dialect;
+extern const Dialect postgresql_dialect;
+extern const Dialect sql_server_dialect;
+extern const Dialect oracle_dialect;
+/// What most engines understand.
+extern const Dialect common_dialect;
 
 /// `sql` in the engine's own words. Works on tokens: quoted texts and names stay as they are.
 std::string in_dialect(std::string_view sql, const Dialect& dialect);

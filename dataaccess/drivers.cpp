@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "dataaccess/driver.h"
+#include "dataaccess/odbc/odbc_driver.h"
 #include "values/error.h"
 #ifndef _WIN32
 #include "dataaccess/sqlite/sqlite_driver.h"
@@ -14,6 +15,7 @@ namespace {
 std::vector<std::unique_ptr<Driver>>& drivers() {
   static std::vector<std::unique_ptr<Driver>> all = [] {
     std::vector<std::unique_ptr<Driver>> built_in;
+    built_in.push_back(odbc::new_driver());
 #ifndef _WIN32  // the library for Windows is one file, without the embedded engine
     built_in.push_back(sqlite::new_driver());
 #endif

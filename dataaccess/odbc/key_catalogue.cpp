@@ -84,10 +84,7 @@ class NameArgument {
   WideText text_;
 };
 
-Keys ask_driver(Session& session, std::string_view table) {
-  SQLUSMALLINT identifier_case = SQL_IC_MIXED;
-  SQLGetInfoW(session.handle(), SQL_IDENTIFIER_CASE, &identifier_case, sizeof identifier_case, nullptr);
-  const TableName name = parse_table_name(table, identifier_case);
+Keys ask_driver(Session& session, const TableName& name) {
   NameArgument catalogue(name.catalogue), schema(name.schema), plain(name.table);
   Handle statement;
   if (!statement.allocate(SQL_HANDLE_STMT, session.handle())) {
@@ -121,9 +118,12 @@ TableName parse_table_name(std::string_view name, SQLUSMALLINT identifier_case) 
 }
 
 std::vector<std::string> key_columns_of(Session& session, std::string_view database, std::string_view table) {
-  const std::string entry = concat(database, "\n", table);
+  SQLUSMALLINT identifier_case = SQL_IC_MIXED;
+  SQLGetInfoW(session.handle(), SQL_IDENTIFIER_CASE, &identifier_case, sizeof identifier_case, nullptr);
+  const TableName name = parse_table_name(table, identifier_case);
+  const std::string entry = concat(database, "\n", name.catalogue, "\n", name.schema, "\n", name.table);
   if (std::optional<Keys> known = known_keys().find(entry)) return *known;
-  Keys keys = ask_driver(session, table);
+  Keys keys = ask_driver(session, name);
   known_keys().add(entry, keys);
   return keys;
 }

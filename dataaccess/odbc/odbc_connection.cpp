@@ -34,7 +34,7 @@ std::vector<std::string> OdbcConnection::key_columns(std::string_view table) {
   return key_columns_of(*session_, database_, table);
 }
 
-const Dialect& OdbcConnection::dialect() const { return sqlite_dialect; }
+const Dialect& OdbcConnection::dialect() const { return *traits_of(session_->engine()).dialect; }
 
 ConnectionTraits OdbcConnection::traits() const { return {true, session_->one_result()}; }
 

@@ -71,11 +71,14 @@ MissingReplicas& missing_replicas() {
   return replicas;
 }
 
-}  // namespace
-
-bool OdbcDriver::accepts(std::string_view connection_string) const {
-  return is_server_string(connection_string);
-}
+class OdbcDriver : public Driver {
+ public:
+  bool accepts(std::string_view connection_string) const override {
+    return is_server_string(connection_string);
+  }
+  std::unique_ptr<DriverConnection> connect(const ConnectionSettings& settings) const override;
+  std::size_t kept_idle() const noexcept override { return 0; }
+};
 
 std::unique_ptr<DriverConnection> OdbcDriver::connect(const ConnectionSettings& settings) const {
   const OdbcTarget target = translate(settings.connection_string, installed_drivers);
@@ -90,5 +93,9 @@ std::unique_ptr<DriverConnection> OdbcDriver::connect(const ConnectionSettings& 
   }
   return open(target.connection_string, target, settings);
 }
+
+}  // namespace
+
+std::unique_ptr<Driver> new_driver() { return std::make_unique<OdbcDriver>(); }
 
 }  // namespace pradelis::dataaccess::odbc

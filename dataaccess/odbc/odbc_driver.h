@@ -1,19 +1,14 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
-#include <string_view>
 
 #include "dataaccess/driver.h"
 
 namespace pradelis::dataaccess::odbc {
 
-/// The driver for every server that has an ODBC driver on this machine.
-class OdbcDriver : public Driver {
- public:
-  bool accepts(std::string_view connection_string) const override;
-  std::unique_ptr<DriverConnection> connect(const ConnectionSettings& settings) const override;
-  std::size_t kept_idle() const noexcept override { return 0; }
-};
+/// The driver for every server that has an ODBC driver on this machine. Connection strings:
+/// "Driver=...;..." and "DSN=...;..." as that driver takes them, and the strings of existing
+/// deployments ("Provider=SQLOLEDB;..."); `docs/databases.md` lists them.
+std::unique_ptr<Driver> new_driver();
 
 }  // namespace pradelis::dataaccess::odbc

@@ -1,11 +1,11 @@
 #include "dataaccess/odbc/odbc_statement.h"
 
-#include "values/error.h"
+#include "dataaccess/odbc/wide_text.h"
+#include "dataaccess/tokens.h"
 
 namespace pradelis::dataaccess::odbc {
 
-OdbcStatement::OdbcStatement(Session& session, std::string_view sql) : session_(session) {
-  if (!to_wide(sql, text_)) raise(error_number::wrong_statement, "o texto da instrução não é UTF-8 válido");
+OdbcStatement::OdbcStatement(Session& session, std::string_view sql) : session_(session), sql_(sql) {
   if (!handle_.allocate(SQL_HANDLE_STMT, session.handle())) {
     session.fail(diagnose(SQL_HANDLE_DBC, session.handle()));
   }
@@ -30,7 +30,12 @@ void OdbcStatement::run(std::int16_t seconds) {
     seconds_ = seconds;
   }
   SQLUSMALLINT number = 0;
-  for (Parameter& parameter : parameters_) parameter.attach(session_, handle_.get(), ++number);
+  bool other_kinds = false;
+  for (Parameter& parameter : parameters_) {
+    other_kinds = parameter.attach(session_, handle_.get(), ++number) || other_kinds;
+  }
+  if (stage_ == Stage::Prepared && (other_kinds || (prepared_unbound_ && number > 0)))
+    stage_ = Stage::RanOnce;
   const SQLRETURN result = execute();
   // An update that finds no row says "no data"; that is no failure.
   if (result != SQL_NO_DATA && !succeeded(result)) {
@@ -48,7 +53,8 @@ void OdbcStatement::run(std::int16_t seconds) {
 SQLRETURN OdbcStatement::execute() {
   if (stage_ == Stage::New) {
     stage_ = Stage::RanOnce;
-    return SQLExecDirectW(handle_.get(), text_.data(), unit_count(text_));
+    WideText text = wide_text(sql_);
+    return SQLExecDirectW(handle_.get(), text.data(), unit_count(text));
   }
   if (stage_ == Stage::RanOnce) prepare();
   return SQLExecute(handle_.get());
@@ -65,8 +71,26 @@ void OdbcStatement::execute_afresh() {
 }
 
 void OdbcStatement::prepare() {
-  session_.check(SQLPrepareW(handle_.get(), text_.data(), unit_count(text_)), handle_.get());
+  WideText text = wide_text(text_for_preparing());
+  session_.check(SQLPrepareW(handle_.get(), text.data(), unit_count(text)), handle_.get());
   stage_ = Stage::Prepared;
+  prepared_unbound_ = parameters_.empty() && traits_of(session_.engine()).marker_cast != nullptr;
+}
+
+std::string OdbcStatement::text_for_preparing() const {
+  const auto marker_cast = traits_of(session_.engine()).marker_cast;
+  if (marker_cast == nullptr || parameters_.empty()) return sql_;
+  std::string text;
+  std::size_t copied = 0;
+  auto parameter = parameters_.begin();
+  Tokens tokens(sql_);
+  for (Token token = tokens.next(); token.kind != TokenKind::End; token = tokens.next()) {
+    if (token.kind != TokenKind::Marker || parameter == parameters_.end()) continue;
+    const std::size_t end = tokens.position(token) + token.text.size();
+    text.append(sql_, copied, end - copied).append(marker_cast((parameter++)->sql_type()));
+    copied = end;
+  }
+  return text.append(sql_, copied);
 }
 
 void OdbcStatement::learn_columns() {

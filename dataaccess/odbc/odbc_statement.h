@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,7 +14,6 @@
 #include "dataaccess/odbc/result_columns.h"
 #include "dataaccess/odbc/row_readers.h"
 #include "dataaccess/odbc/session.h"
-#include "dataaccess/odbc/wide_text.h"
 
 namespace pradelis::dataaccess::odbc {
 
@@ -21,7 +21,6 @@ namespace pradelis::dataaccess::odbc {
 /// before it ran, or when it runs a second time: one that runs once costs one round trip.
 class OdbcStatement : public DriverStatement {
  public:
-  /// Raises -2147217900 for a text that is no valid UTF-8.
   OdbcStatement(Session& session, std::string_view sql);
 
   const ResultColumnsPtr& columns() override;
@@ -37,6 +36,7 @@ class OdbcStatement : public DriverStatement {
   enum class Stage : std::uint8_t { New, RanOnce, Prepared };
 
   void prepare();
+  std::string text_for_preparing() const;
   SQLRETURN execute();
   /// Makes the server prepare the statement again and runs it.
   void execute_afresh();
@@ -44,10 +44,11 @@ class OdbcStatement : public DriverStatement {
 
   Session& session_;
   Handle handle_;
-  WideText text_;
+  std::string sql_;
   Stage stage_ = Stage::New;
   std::deque<Parameter> parameters_;
   std::int16_t seconds_ = 0;
+  bool prepared_unbound_ = false;  ///< when it was prepared, its values' types were not known
   bool described_ = false;
   bool open_ = false;  ///< a result stands open
   ResultShape shape_;

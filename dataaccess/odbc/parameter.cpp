@@ -43,6 +43,12 @@ Declaration declaration_of(ColumnType type) {
   return {SQL_WVARCHAR, declared_units};
 }
 
+/// Short and long texts, and short and long binaries, are of one kind.
+SQLSMALLINT kind_of(SQLSMALLINT sql_type) {
+  if (sql_type == SQL_WLONGVARCHAR) return SQL_WVARCHAR;
+  return sql_type == SQL_LONGVARBINARY ? SQL_VARBINARY : sql_type;
+}
+
 }  // namespace
 
 void Parameter::set(const Cell& value, bool microseconds) {
@@ -133,12 +139,14 @@ void Parameter::set_bytes(std::string_view value) {
              is_long ? value.size() : declared_bytes, 0, data};
 }
 
-void Parameter::attach(Session& session, SQLHSTMT statement, SQLUSMALLINT number) {
-  if (wanted_ == bound_) return;
+bool Parameter::attach(Session& session, SQLHSTMT statement, SQLUSMALLINT number) {
+  if (wanted_ == bound_) return false;
   session.check(SQLBindParameter(statement, number, SQL_PARAM_INPUT, wanted_.c_type, wanted_.sql_type,
                                  wanted_.size, wanted_.digits, wanted_.data, 0, &length_),
                 statement);
+  const bool other_kind = bound_.c_type != 0 && kind_of(bound_.sql_type) != kind_of(wanted_.sql_type);
   bound_ = wanted_;
+  return other_kind;
 }
 
 }  // namespace pradelis::dataaccess::odbc

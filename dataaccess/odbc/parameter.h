@@ -20,8 +20,13 @@ class Parameter {
   /// Takes the value for the next run; bytes are not copied. Raises -2147217887 for a text that is no
   /// valid UTF-8 or holds a character U+0000, at which drivers would cut it.
   void set(const Cell& value, bool microseconds);
-  /// Binds the value to the `number`th marker (from 1), unless it is bound as it must be.
-  void attach(Session& session, SQLHSTMT statement, SQLUSMALLINT number);
+  /// Binds the value to the `number`th marker (from 1), unless it is bound as it must be. True when it
+  /// is now of another kind than before: servers that note the kinds of the values when they prepare a
+  /// statement must prepare it again.
+  bool attach(Session& session, SQLHSTMT statement, SQLUSMALLINT number);
+
+  /// The type under which the present value is bound.
+  SQLSMALLINT sql_type() const noexcept { return wanted_.sql_type; }
 
  private:
   struct Binding {

@@ -53,7 +53,7 @@ const Server& postgresql() {
 
 std::unique_ptr<dataaccess::DriverConnection> connect(const std::string& connection_string,
                                                       dataaccess::ConnectMode mode) {
-  return dataaccess::odbc::OdbcDriver().connect({connection_string, mode, 15, 30});
+  return dataaccess::odbc::new_driver()->connect({connection_string, mode, 15, 30});
 }
 
 std::int64_t run(dataaccess::DriverConnection& connection, const std::string& sql) {
