@@ -54,16 +54,10 @@ class AppServer : public component::AppServer {
   component::ObjectContextPtr GetObjectContext() override { return std::make_shared<Context>(); }
 };
 
-void prepare_thread() {
-  thread_local bool prepared = false;
-  if (std::exchange(prepared, true)) return;
-  component::set_app_server_factory([] { return std::make_shared<AppServer>(); });
-}
-
 }  // namespace
 
 Apartment::Apartment(const ApplicationSettings& settings) : settings_(settings) {
-  prepare_thread();
+  component::set_app_server_factory([] { return std::make_shared<AppServer>(); });
   current = this;
 }
 
