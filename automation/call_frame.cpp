@@ -38,7 +38,8 @@ void CallFrame::place(std::size_t index, Variant& given) {
     place_default(index);
     return;
   }
-  const bool object_for_value = given.is(VariantType::Object) && parameter.passed != ValueType::Object;
+  const bool object_for_value = given.is(VariantType::Object) && parameter.passed != ValueType::Object &&
+                                member_.kind != MemberKind::Set;
   if (!object_for_value && holds(given.type(), parameter.passed)) {
     arguments_[index] = &given;
     return;

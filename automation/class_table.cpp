@@ -34,7 +34,11 @@ bool EqualIgnoringCase::operator()(std::string_view left, std::string_view right
 ClassTable::ClassTable(std::string_view class_name, InstanceTest instance_test, std::vector<Member> members,
                        std::optional<Elements> elements)
     : name_(class_name), is_instance_(instance_test), members_(std::move(members)), elements_(elements) {
-  for (const Member& member : members_) ids_.emplace(member.name, member.id);
+  rows_of_.resize(members_.size() + 1);
+  for (const Member& member : members_) {
+    ids_.emplace(member.name, member.id);
+    rows_of_[static_cast<std::size_t>(member.id)].push_back(&member);
+  }
 }
 
 std::optional<std::int32_t> ClassTable::id_of(std::string_view name) const {
@@ -44,8 +48,9 @@ std::optional<std::int32_t> ClassTable::id_of(std::string_view name) const {
 }
 
 const Member* ClassTable::find(std::int32_t id, Use use) const noexcept {
-  for (const Member& member : members_) {
-    if (member.id == id && serves(member.kind, use)) return &member;
+  if (id < 0 || static_cast<std::size_t>(id) >= rows_of_.size()) return nullptr;
+  for (const Member* member : rows_of_[static_cast<std::size_t>(id)]) {
+    if (serves(member->kind, use)) return member;
   }
   return nullptr;
 }

@@ -32,7 +32,8 @@ struct Parameter {
   bool by_reference = false;   ///< declared so in the interface
   bool written_back = false;   ///< the method may change the caller's variable
   bool optional = false;
-  Variant default_value;  ///< of an optional parameter, of type `passed`; Missing where there is none
+  /// Of an optional parameter, of type `passed`; Missing where there is none.
+  Variant default_value = Variant::missing();
 };
 
 /// Calls the C++ function behind a member. Every argument holds exactly the type that its parameter
@@ -76,6 +77,8 @@ class ClassTable {
 
   ClassTable(std::string_view class_name, InstanceTest instance_test, std::vector<Member> members,
              std::optional<Elements> elements);
+  ClassTable(const ClassTable&) = delete;
+  ClassTable& operator=(const ClassTable&) = delete;
 
   /// Name of the class, such as "CRM".
   std::string_view name() const noexcept { return name_; }
@@ -97,6 +100,7 @@ class ClassTable {
   std::vector<Member> members_;
   std::optional<Elements> elements_;
   std::unordered_map<std::string_view, std::int32_t, HashIgnoringCase, EqualIgnoringCase> ids_;
+  std::vector<std::vector<const Member*>> rows_of_;  ///< by identifier
 };
 
 /// Position of the parameter of this name, whatever its case; nothing when there is none.
