@@ -49,6 +49,16 @@ std::vector<Contact> read_contacts(Context& context, std::int32_t company) {
   return contacts;
 }
 
+std::vector<Option> contact_options(Context& context, std::int32_t company) {
+  std::vector<Option> options;
+  for (const Contact& contact : read_contacts(context, company)) {
+    options.push_back({contact.id, contact.role_name.empty()
+                                       ? contact.name
+                                       : contact.name + " (" + contact.role_name + ")"});
+  }
+  return options;
+}
+
 std::string company_address(std::int32_t company) { return "/empresas/" + std::to_string(company); }
 
 std::vector<Link> company_trail(const Company& company) {

@@ -32,6 +32,9 @@ struct Contact {
 /// A company's contacts, by name. The caller has checked that the visitor may see it.
 std::vector<Contact> read_contacts(Context& context, std::int32_t company);
 
+/// The contacts as a choice, with their roles.
+std::vector<Option> contact_options(Context& context, std::int32_t company);
+
 std::string company_address(std::int32_t company);
 /// The way to a company's page.
 std::vector<Link> company_trail(const Company& company);

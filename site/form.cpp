@@ -43,6 +43,13 @@ bool is_option(const std::vector<Option>& options, std::string_view text) {
 
 }  // namespace
 
+void keep_option(std::vector<Option>& options, std::int32_t id, const std::string& label) {
+  if (id == 0) return;
+  const bool offered =
+      std::any_of(options.begin(), options.end(), [&](const Option& option) { return option.id == id; });
+  if (!offered) options.push_back({id, label});
+}
+
 Field::Field(Kind kind, std::string name, std::string label, std::vector<Option> options)
     : kind_(kind),
       name_(std::move(name)),

@@ -24,6 +24,9 @@ struct Option {
   std::string label;
 };
 
+/// Keeps what a record names already among the options, also when it is no longer offered. Nothing for 0.
+void keep_option(std::vector<Option>& options, std::int32_t id, const std::string& label);
+
 /// One question of a form. The setters give the field back, so that they can be chained.
 class Field {
  public:

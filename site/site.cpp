@@ -63,6 +63,8 @@ Site::Site(ApplicationSettings settings) : settings_(std::move(settings)) {
   add_contact_pages(router_);
   add_deal_pages(router_);
   add_deal_state_pages(router_);
+  add_activity_pages(router_);
+  add_agenda_pages(router_);
   add_team_pages(router_);
   add_city_pages(router_);
   add_list_pages(router_);

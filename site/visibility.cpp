@@ -37,6 +37,14 @@ void Visibility::require_deal(std::int32_t deal) const {
   require(concat("select oid from item_r where oid = ", deal, " and oid in (", deals(), ")"));
 }
 
+void Visibility::require_company_or_deal(std::int32_t company, std::int32_t deal) const {
+  if (deal != 0) {
+    require_deal(deal);
+  } else {
+    require_company(company);
+  }
+}
+
 void Visibility::require_contact(std::int32_t company, std::int32_t contact) const {
   require_company(company);
   require(concat("select i.oid from item_r i, agrupamento a where i.oid = ", contact,

@@ -42,6 +42,9 @@ class Visibility {
 
   void require_company(std::int32_t company) const;
   void require_deal(std::int32_t deal) const;
+  /// What stands on a company or on a deal: whoever sees the deal sees it, or, when there is none (0), the
+  /// company.
+  void require_company_or_deal(std::int32_t company, std::int32_t deal) const;
   /// A contact of this company.
   void require_contact(std::int32_t company, std::int32_t contact) const;
   /// A group that he may administer.

@@ -1,3 +1,4 @@
+#include "site/activity_data.h"
 #include "site/company_data.h"
 #include "site/context.h"
 #include "site/deal_data.h"
@@ -48,6 +49,7 @@ void show_company(Context& context) {
   const std::string page = company_address(company.id);
   auto contacts = contact_views(context, page);
   auto deals = deal_views(context);
+  auto activities = company_activities(context, company.id);
   View view;
   view.set("page", page).set("legal_name", company.legal_name).optional("note", company.note);
   view.set("owner", company.owner_name).set("registered", company.registered).flag("client", company.client);
@@ -56,6 +58,7 @@ void show_company(Context& context) {
       .flag("transferable", context.visible().sees(company.owner));
   view.flag("no_contacts", contacts.empty()).list("contacts", std::move(contacts));
   view.flag("no_deals", deals.empty()).list("deals", std::move(deals));
+  view.flag("no_activities", activities.empty()).list("activities", std::move(activities));
   context.show("company", company.name, "empresas", std::move(view));
 }
 

@@ -1,3 +1,4 @@
+#include "site/activity_data.h"
 #include "site/company_data.h"
 #include "site/context.h"
 #include "site/deal_data.h"
@@ -29,6 +30,9 @@ void show_deal(Context& context) {
   std::vector<View> classes;
   for (const Option& one : deal.classes) classes.push_back(View().set("class", one.label));
   view.flag("classified", !classes.empty()).list("classes", std::move(classes));
+  auto activities = deal_activities(context, deal.id);
+  view.set("id", std::to_string(deal.id));
+  view.flag("no_activities", activities.empty()).list("activities", std::move(activities));
   context.show("deal", deal.name, "negocios", std::move(view));
 }
 

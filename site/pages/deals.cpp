@@ -103,34 +103,15 @@ void list(Context& context) {
   context.show("deals", "Negócios", "negocios", std::move(view));
 }
 
-std::vector<Option> contact_options(Context& context, std::int32_t company) {
-  std::vector<Option> options;
-  for (const Contact& contact : read_contacts(context, company)) {
-    options.push_back({contact.id, contact.role_name.empty()
-                                       ? contact.name
-                                       : contact.name + " (" + contact.role_name + ")"});
-  }
-  return options;
-}
-
-/// Keeps what the deal names already among the options, also when it is no longer offered.
-void keep(std::vector<Option>& options, std::int32_t id, const std::string& label) {
-  if (id == 0) return;
-  for (const Option& option : options) {
-    if (option.id == id) return;
-  }
-  options.push_back({id, label});
-}
-
 /// The form of a new deal, or of `deal`.
 Form deal_form(Context& context, std::int32_t company, const Deal* deal) {
   auto contacts = contact_options(context, company);
   auto indicators = contacts;
   auto classes = entries(context.crm(), ReferenceList::ProductClasses);
   if (deal != nullptr) {
-    keep(contacts, deal->contact, deal->contact_name);
-    keep(indicators, deal->indicator, deal->indicator_name);
-    for (const Option& kept : deal->classes) keep(classes, kept.id, kept.label);
+    keep_option(contacts, deal->contact, deal->contact_name);
+    keep_option(indicators, deal->indicator, deal->indicator_name);
+    for (const Option& kept : deal->classes) keep_option(classes, kept.id, kept.label);
   }
   Form form;
   if (deal == nullptr) form.text("nome", "Nome do negócio").required();

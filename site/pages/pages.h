@@ -13,6 +13,8 @@ void add_company_detail(Router& router);
 void add_contact_pages(Router& router);
 void add_deal_pages(Router& router);
 void add_deal_state_pages(Router& router);
+void add_activity_pages(Router& router);
+void add_agenda_pages(Router& router);
 void add_team_pages(Router& router);
 void add_city_pages(Router& router);
 void add_list_pages(Router& router);
