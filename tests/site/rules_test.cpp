@@ -13,13 +13,16 @@ class EveryPage : public SiteTest {
     company_ = add_company(ana_visitor_, "Padaria Central");
     contact_ = add_contact(ana_visitor_, company_, "Rita Nunes");
     deal_ = add_deal(ana_visitor_, company_, "Reforma");
+    activity_ = add_activity(ana_visitor_, company_, deal_, "Ligar de novo");
   }
 
   std::string address(const std::string& pattern) const {
-    const bool deal = pattern.starts_with("/negocios");
-    const bool group = pattern.starts_with("/equipe");
+    const std::int32_t record = pattern.starts_with("/negocios")     ? deal_
+                                : pattern.starts_with("/equipe")     ? east_
+                                : pattern.starts_with("/atividades") ? activity_
+                                                                     : company_;
     std::string address = pattern;
-    for (const std::int32_t id : {deal ? deal_ : group ? east_ : company_, contact_}) {
+    for (const std::int32_t id : {record, contact_}) {
       const std::size_t place = address.find("{}");
       if (place != std::string::npos) address.replace(place, 2, to_text(id));
     }
@@ -27,7 +30,7 @@ class EveryPage : public SiteTest {
   }
 
   Visitor ana_visitor_ = logged_in("ana");
-  std::int32_t company_ = 0, contact_ = 0, deal_ = 0;
+  std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0;
 };
 
 TEST_F(EveryPage, ShowsAndChangesNothingWhenItIsOnlyLookedAt) {

@@ -12,6 +12,7 @@ class Visibility : public SiteTest {
     company_ = add_company(ana_visitor_, "Padaria Central");
     contact_ = add_contact(ana_visitor_, company_, "Rita Nunes");
     deal_ = add_deal(ana_visitor_, company_, "Reforma da loja");
+    activity_ = add_activity(ana_visitor_, company_, deal_, "Pediu amostra", {{"proximo", "2099-01-04"}});
   }
 
   /// All addresses that name Ana's records.
@@ -20,7 +21,10 @@ class Visibility : public SiteTest {
     for (site::Route route : site_.router().routes()) {
       std::size_t place = route.pattern.find("{}");
       if (place == std::string::npos || route.pattern.starts_with("/equipe")) continue;
-      route.pattern.replace(place, 2, to_text(route.pattern.starts_with("/negocios") ? deal_ : company_));
+      const std::int32_t record = route.pattern.starts_with("/negocios")     ? deal_
+                                  : route.pattern.starts_with("/atividades") ? activity_
+                                                                             : company_;
+      route.pattern.replace(place, 2, to_text(record));
       place = route.pattern.find("{}");
       if (place != std::string::npos) route.pattern.replace(place, 2, to_text(contact_));
       routes.push_back(route);
@@ -29,7 +33,7 @@ class Visibility : public SiteTest {
   }
 
   Visitor ana_visitor_ = logged_in("ana");
-  std::int32_t company_ = 0, contact_ = 0, deal_ = 0;
+  std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0;
 };
 
 TEST_F(Visibility, KeepsOthersFromGuessedAddresses) {
@@ -53,7 +57,7 @@ TEST_F(Visibility, KeepsOthersFromListsAndSearches) {
   Visitor bruno = logged_in("bruno");
   Visitor helena = logged_in("helena");
   for (const char* target : {"/", "/empresas", "/empresas?busca=padaria", "/negocios",
-                             "/negocios?estado=todos", "/negocios?busca=reforma"}) {
+                             "/negocios?estado=todos", "/negocios?busca=reforma", "/agenda"}) {
     for (const char* name : {"Padaria Central", "Reforma da loja"}) {
       EXPECT_FALSE(contains(bruno.get(target), name)) << target;
     }
@@ -61,6 +65,7 @@ TEST_F(Visibility, KeepsOthersFromListsAndSearches) {
   }
   EXPECT_EQ(bruno.get(concat("/empresas?apos=", company_)).status, 404);
   EXPECT_EQ(bruno.get(concat("/negocios?antes=", deal_)).status, 404);
+  EXPECT_EQ(bruno.get(concat("/agenda?apos=", activity_)).status, 404);
 }
 
 TEST_F(Visibility, OffersNobodyElseAsOwner) {
@@ -86,6 +91,7 @@ TEST_F(Visibility, ShowsClientsToAllButTheirDealsToTheirTeam) {
   const site::Response page = bruno.get(concat("/empresas/", company_));
   EXPECT_TRUE(contains(page, "Padaria Central"));
   EXPECT_FALSE(contains(page, "Reforma da loja"));
+  EXPECT_FALSE(contains(page, "Pediu amostra"));
   EXPECT_EQ(bruno.get(concat("/negocios/", deal_)).status, 404);
   EXPECT_EQ(bruno.post(concat("/empresas/", company_, "/passar"), {{"vendedor", to_text(bruno_)}}).status,
             404);

@@ -4,10 +4,12 @@
 
 #include "component/crm.h"
 #include "component/thread_state.h"
+#include "site/format.h"
 #include "site/identifiers.h"
 #include "site/reference.h"
 #include "site/rows.h"
 #include "site/salespeople.h"
+#include "values/clock.h"
 #include "values/convert.h"
 #include "values/text.h"
 
@@ -94,6 +96,7 @@ SiteTest::SiteTest() {
   role_ = site::add_entry(*crm, site::ReferenceList::Roles, "Comprador", 7);
   reason_ = site::add_entry(*crm, site::ReferenceList::LossReasons, "Preço", 7);
   class_ = site::add_entry(*crm, site::ReferenceList::ProductClasses, "Software", 7);
+  kind_ = site::add_entry(*crm, site::ReferenceList::ActivityKinds, "Ligação", 7);
   crm->Cadastrar_Cidade(2325, "19", "", "Campinas", 7);
   const auto add_group = [&](const char* name, std::int32_t parent) {
     crm->cGrupoUsuarios()->Cadastrar_Grupo(7, name, parent);
@@ -153,6 +156,19 @@ std::int32_t SiteTest::add_contact(Visitor& visitor, std::int32_t company, const
                                                {{"nome", name}, {"cargo", to_text(role_)}});
   EXPECT_EQ(response.status, 303) << response.body;
   return number("select max(ritem) from agrupamento where rpapel = " + to_text(role_));
+}
+
+std::int32_t SiteTest::add_activity(Visitor& visitor, std::int32_t company, std::int32_t deal,
+                                    const std::string& note, Fields more) {
+  Fields fields = {{"atividade", to_text(kind_)},
+                   {"data", site::iso_day(today())},
+                   {"observacao", note},
+                   {"responsavel", to_text(visitor.person)}};
+  if (deal != 0) fields.emplace_back("negocio", to_text(deal));
+  fields.insert(fields.end(), more.begin(), more.end());
+  const site::Response response = visitor.post(concat("/empresas/", company, "/atividades/nova"), fields);
+  EXPECT_EQ(response.status, 303) << response.body;
+  return number("select max(oid) from crm_atividade");
 }
 
 }  // namespace pradelis::tests

@@ -64,6 +64,9 @@ class SiteTest : public ::testing::Test {
   std::int32_t add_company(Visitor& visitor, const std::string& name, bool client = false);
   std::int32_t add_deal(Visitor& visitor, std::int32_t company, const std::string& name);
   std::int32_t add_contact(Visitor& visitor, std::int32_t company, const std::string& name);
+  /// Logs an activity on a company, or on one of its deals; `more` plans the next contact.
+  std::int32_t add_activity(Visitor& visitor, std::int32_t company, std::int32_t deal,
+                            const std::string& note, Fields more = {});
   std::int32_t number(const std::string& sql);
   /// Changes whenever anything was written to the database.
   std::int32_t version() { return number("pragma data_version"); }
@@ -73,7 +76,7 @@ class SiteTest : public ::testing::Test {
   site::Site site_{settings_};
   std::int32_t top_ = 0, east_ = 0, west_ = 0;
   std::int32_t ana_ = 0, bruno_ = 0, helena_ = 0;
-  std::int32_t role_ = 0, reason_ = 0, class_ = 0;
+  std::int32_t role_ = 0, reason_ = 0, class_ = 0, kind_ = 0;
 };
 
 }  // namespace pradelis::tests
