@@ -1,5 +1,7 @@
 #include "dataaccess/schema/ddl.h"
 
+#include <utility>
+
 #include "values/text.h"
 
 namespace pradelis::dataaccess::schema {
@@ -20,15 +22,23 @@ std::string add_column(const Table& table, const Column& column, const Engine& e
   return concat("alter table ", table.name, " add ", column.name, " ", engine.declaration(optional));
 }
 
-std::string create_index(const Table& table, const Index& index, const Engine& engine) {
-  const std::string columns = index.kind == Index::Kind::UpperCase
-                                  ? concat(engine.upper_case, "(", index.columns, ")")
-                                  : std::string(index.columns);
+std::vector<std::string> create_index(const Table& table, const Index& index, const Engine& engine) {
+  std::vector<std::string> statements;
+  std::string columns(index.columns);
+  if (index.kind == Index::Kind::UpperCase) {
+    columns = concat(engine.upper_case, "(", index.columns, ")");
+    if (engine.computed_columns) {
+      const std::string computed = concat(index.columns, "_maiusculo");
+      statements.push_back(concat("alter table ", table.name, " add ", computed, " as ", columns));
+      columns = computed;
+    }
+  }
   std::string sql = concat("create index ", index.name, " on ", table.name, " (", columns, ")");
-  if (index.kind == Index::Kind::OnlySet) {
+  if (index.kind == Index::Kind::OnlySet && engine.partial_indexes) {
     sql += concat(" where ", index.columns.substr(0, index.columns.find(',')), " is not null");
   }
-  return sql;
+  statements.push_back(std::move(sql));
+  return statements;
 }
 
 std::string create_view(const View& view) { return concat("create view ", view.name, " as ", view.query); }

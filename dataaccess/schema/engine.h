@@ -17,16 +17,30 @@ struct Engine {
   std::string (*declaration)(const Column& column);
   /// Function that gives the upper case of a text in an index, as `upper` does in statements.
   std::string_view upper_case;
+  /// Whether an index on an expression needs a computed column that holds it.
+  bool computed_columns = false;
+  /// Whether an index can leave rows out by a condition; else those without a key stay out by themselves.
+  bool partial_indexes = true;
   /// Gives the kind ("table", "view" or "index") and the name of everything that the database holds.
   std::string_view catalogue;
   /// Begin a transaction that waits for other writers first, and end it; empty where the engine cannot
   /// take the creation of tables back.
-  std::string_view begin, commit, rollback;
+  std::string_view begin = {}, commit = {}, rollback = {};
+  /// Makes a transaction wait for others that create, where beginning it does not.
+  std::string_view wait = {};
+  /// Gives why the database is not fit to hold the tables, or an empty text or null when it is; empty
+  /// where every database is.
+  std::string_view objection = {};
+  /// What is created before the tables.
+  std::string_view preparation = {};
   /// Raises the first free identifier by `count` and gives the raised one, atomically.
   std::string (*take_identifiers)(std::int32_t count);
 };
 
 extern const Engine sqlite_engine;
+extern const Engine postgresql_engine;
+extern const Engine sql_server_engine;
+extern const Engine oracle_engine;
 
 /// The engine of this dialect. Raises -2147467259 when there is none.
 const Engine& engine_of(const Dialect& dialect);

@@ -48,6 +48,7 @@ class Initialisation {
   Catalogue read_catalogue();
   std::int32_t read_version();
   void refuse_foreign(std::string_view name);
+  void refuse_unfit();
   void ask_password();
 
   InitOutcome bring_up_to_date();
@@ -115,12 +116,20 @@ void Initialisation::refuse_foreign(std::string_view name) {
   }
 }
 
+void Initialisation::refuse_unfit() {
+  if (engine_.objection.empty()) return;
+  const Variant objection = query(std::string(engine_.objection))->value(0);
+  if (!objection.is_null() && !to_text(objection).empty()) refuse(to_text(objection));
+}
+
 InitOutcome Initialisation::run() {
+  refuse_unfit();
   const std::int32_t before = read_version();
   if (before == current_version) return {InitOutcome::Kind::UpToDate, before, before};
   if (before == 0) ask_password();
   if (!engine_.begin.empty()) execute(std::string(engine_.begin));
   try {
+    if (!engine_.wait.empty()) execute(std::string(engine_.wait));
     const InitOutcome outcome = bring_up_to_date();
     if (!engine_.commit.empty()) execute(std::string(engine_.commit));
     return outcome;
@@ -145,6 +154,7 @@ InitOutcome Initialisation::bring_up_to_date() {
   // Again, now that nobody else can write: another process may have been faster.
   const std::int32_t before = read_version();
   if (before == current_version) return {InitOutcome::Kind::UpToDate, before, before};
+  if (!engine_.preparation.empty()) execute(std::string(engine_.preparation));
   add_tables();
   replace_views();
   add_rows(fixed_rows());
@@ -188,7 +198,8 @@ void Initialisation::add_columns(const Table& table) {
 
 void Initialisation::add_indexes(const Table& table) {
   for (const Index& index : table.indexes) {
-    if (!catalogue_.indexes.contains(index.name)) execute(create_index(table, index, engine_));
+    if (catalogue_.indexes.contains(index.name)) continue;
+    for (const std::string& statement : create_index(table, index, engine_)) execute(statement);
   }
 }
 
