@@ -4,6 +4,7 @@
 
 #include "dataaccess/pool.h"
 #include "dataaccess/schema/schema.h"
+#include "tests/support/engine.h"
 #include "values/convert.h"
 
 namespace pradelis::tests {
@@ -87,6 +88,11 @@ Variant SideConnection::value(const std::string& sql) {
 }
 
 TemporaryDatabase::TemporaryDatabase()
-    : connection_string_(make_database(folder_.path() / "dados.db")), side_(connection_string_) {}
+    : on_server_(on_postgresql()
+                     ? std::make_unique<PostgresqlDatabase>(PostgresqlDatabase::Content::Initialised)
+                     : nullptr),
+      connection_string_(on_server_ ? on_server_->connection_string()
+                                    : make_database(folder_.path() / "dados.db")),
+      side_(connection_string_) {}
 
 }  // namespace pradelis::tests

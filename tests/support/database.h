@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "dataaccess/connection.h"
+#include "tests/support/postgresql.h"
 #include "values/variant.h"
 
 namespace pradelis::tests {
@@ -42,8 +44,9 @@ class SideConnection {
   dataaccess::ConnectionPtr connection_;
 };
 
-/// A freshly initialised database of its own, removed at the end. Its passwords take one round, and
-/// what is written is not forced to the disk, so that a test costs about a millisecond.
+/// A freshly initialised database of its own on the engine under test, removed at the end. Its passwords
+/// take one round, and what is written is not forced to the disk, so that a test costs about a
+/// millisecond on SQLite.
 class TemporaryDatabase {
  public:
   TemporaryDatabase();
@@ -56,6 +59,7 @@ class TemporaryDatabase {
 
  private:
   TemporaryFolder folder_;
+  std::unique_ptr<PostgresqlDatabase> on_server_;  ///< null on SQLite
   std::string connection_string_;
   SideConnection side_;
 };

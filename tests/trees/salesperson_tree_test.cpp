@@ -1,4 +1,5 @@
 #include "tests/support/component_test.h"
+#include "tests/support/engine.h"
 
 namespace pradelis::tests {
 namespace {
@@ -46,6 +47,7 @@ TEST_F(SalespersonTree, TheRootIsAlwaysThere) {
 }
 
 TEST_F(SalespersonTree, HoldsBranchesAndSalespeopleBelowEachOther) {
+  if (!gives_unsorted_rows_by_key()) GTEST_SKIP() << "siblings come in any order";
   add_branch(610, "Filial d''Oeste", 600);
   add_salesperson(611, "Bia", 610);
   add_salesperson(612, "Caio", 610);

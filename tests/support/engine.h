@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+/// The engine that the tests of this process run on: SQLite, or PostgreSQL when the environment's
+/// PRADELIS_TEST_ENGINE says "postgresql". The same tests run on each; where an engine must differ, a
+/// test asks one of these questions.
+namespace pradelis::tests {
+
+bool on_postgresql();
+
+/// Rows of a query without "order by" come in the order of their keys; a server gives them as it finds
+/// them.
+inline bool gives_unsorted_rows_by_key() { return !on_postgresql(); }
+
+/// The engine refuses a text that is longer than its column's declaration; SQLite keeps it.
+inline bool refuses_long_texts() { return on_postgresql(); }
+
+/// Each column of a result has a type before there is a row; SQLite knows none for an expression.
+inline bool types_expressions() { return on_postgresql(); }
+
+/// Has the engine's types in a "create table" statement that is written in SQLite's.
+std::string in_engine_types(const std::string& create_table);
+
+}  // namespace pradelis::tests
