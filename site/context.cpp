@@ -2,10 +2,12 @@
 
 #include <string_view>
 
+#include "site/format.h"
 #include "site/log.h"
 #include "site/site.h"
 #include "site/templates.h"
 #include "site/users.h"
+#include "values/clock.h"
 #include "values/convert.h"
 #include "values/error.h"
 
@@ -133,6 +135,13 @@ void Context::show_form(const Form& form, const FormPage& page) {
 void Context::send_json(std::string json) {
   response_.content_type = "application/json; charset=utf-8";
   response_.body = std::move(json);
+}
+
+void Context::send_csv(const std::string& name, std::string csv) {
+  response_.content_type = "text/csv; charset=utf-8";
+  response_.headers.emplace_back("Content-Disposition",
+                                 "attachment; filename=\"" + name + "-" + iso_day(today()) + ".csv\"");
+  response_.body = std::move(csv);
 }
 
 void Context::redirect(const std::string& address, const std::string& message) {

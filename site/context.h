@@ -77,6 +77,8 @@ class Context {
   void redirect(const std::string& address, const std::string& message = {});
   /// Answers with data for a script.
   void send_json(std::string json);
+  /// Answers with a file that the browser saves as NAME-aaaa-mm-dd.csv.
+  void send_csv(const std::string& name, std::string csv);
   /// Answers with an error page.
   void show_error(int status);
 

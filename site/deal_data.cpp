@@ -78,16 +78,21 @@ std::vector<Link> deal_trail(const Deal& deal) {
   return {{"/negocios", "Negócios"}, {deal_address(deal.id), deal.name}};
 }
 
-View state_view(DealState state) {
-  View view;
+const char* state_text(DealState state) {
   switch (state) {
     case DealState::Open:
-      return view.set("state", "Aberto").set("colour", "open");
+      return "Aberto";
     case DealState::Won:
-      return view.set("state", "Fechado").set("colour", "won");
+      return "Fechado";
     default:
-      return view.set("state", "Perdido").set("colour", "lost");
+      return "Perdido";
   }
+}
+
+View state_view(DealState state) {
+  View view;
+  view.set("state", state_text(state));
+  return view.set("colour", state == DealState::Open ? "open" : state == DealState::Won ? "won" : "lost");
 }
 
 View deal_entry(const Row& row) {
@@ -101,6 +106,16 @@ View deal_entry(const Row& row) {
   view.flag("due",
             state == DealState::Open && !date.is_null() && day_number(to_date(date)) < day_number(today()));
   return view;
+}
+
+std::vector<View> salesperson_views(Context& context, std::int32_t chosen) {
+  std::vector<View> people;
+  for (const Option& person : context.visible().salespeople()) {
+    View view;
+    view.set("id", std::to_string(person.id)).set("name", person.label).flag("chosen", person.id == chosen);
+    people.push_back(std::move(view));
+  }
+  return people;
 }
 
 }  // namespace pradelis::site

@@ -37,6 +37,8 @@ std::string deal_address(std::int32_t deal);
 /// The way to a deal's page.
 std::vector<Link> deal_trail(const Deal& deal);
 
+/// "Aberto", "Fechado", "Perdido".
+const char* state_text(DealState state);
 /// For the template part "_state": text and colour of a state.
 View state_view(DealState state);
 
@@ -47,5 +49,8 @@ extern const char* const deal_sources;
 inline constexpr std::size_t expected_date_column = 4;
 /// One line of a list of deals.
 View deal_entry(const Row& row);
+
+/// The salespeople whose deals the visitor may see, for a filter; `chosen` is marked.
+std::vector<View> salesperson_views(Context& context, std::int32_t chosen);
 
 }  // namespace pradelis::site

@@ -44,6 +44,15 @@ void each_row(component::CRM& crm, const std::string& sql, std::int32_t limit, U
   rows->Close();
 }
 
+/// As above, for all rows, of which one at a time is in memory.
+template <class Use>
+void each_streamed_row(component::CRM& crm, const std::string& sql, Use&& use) {
+  crm.Executar(sql, dataaccess::CursorType::ForwardOnly);
+  const dataaccess::RecordsetPtr rows = std::exchange(crm.rs, nullptr);
+  for (; !rows->Eof(); rows->MoveNext()) use(Row(*rows));
+  rows->Close();
+}
+
 /// The first column of the first row; Null when there is none.
 inline Variant single_value(component::CRM& crm, const std::string& sql) {
   Variant value = Variant::null();

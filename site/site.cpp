@@ -58,13 +58,17 @@ void guarded(Context& context, const Request& request, Page&& page) {
 Site::Site(ApplicationSettings settings) : settings_(std::move(settings)) {
   add_login_pages(router_);
   add_home_pages(router_);
+  add_company_list(router_);
   add_company_pages(router_);
   add_company_detail(router_);
   add_contact_pages(router_);
+  add_deal_list(router_);
+  add_deal_board(router_);
   add_deal_pages(router_);
   add_deal_state_pages(router_);
   add_activity_pages(router_);
   add_agenda_pages(router_);
+  add_product_pages(router_);
   add_team_pages(router_);
   add_city_pages(router_);
   add_list_pages(router_);

@@ -1,10 +1,8 @@
 #include "site/company_data.h"
 #include "site/context.h"
 #include "site/identifiers.h"
-#include "site/pager.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
-#include "site/rows.h"
 #include "values/text.h"
 
 namespace pradelis::site {
@@ -16,80 +14,6 @@ constexpr std::int32_t prospect = 2127;
 const std::vector<Option>& situations() {
   static const std::vector<Option> options = {{prospect, "Prospecto"}, {client, "Cliente"}};
   return options;
-}
-
-struct CompanyRow {
-  std::int32_t id = 0;
-  View view;
-};
-
-/// What the visitor asked the list for.
-std::string list_condition(Context& context) {
-  component::CRM& crm = context.crm();
-  const Parameters& query = context.request().query;
-  std::string condition = concat(" where j.oid in (", context.visible().companies(), ")");
-  if (const std::string search(trim(query.get("busca"))); !search.empty()) {
-    const std::string like = concat(" like UPPER('", like_anywhere(crm, search), "') escape '!'");
-    condition += concat(" and (UPPER(j.nome)", like, " or UPPER(p.razaosocial)", like, ")");
-  }
-  const std::string& situation = query.get("situacao");
-  if (situation == "clientes" || situation == "prospectos") {
-    condition += concat(" and j.oid ", situation == "clientes" ? "in" : "not in",
-                        " (select ritem from classificacao where rcategoria = ", client, ")");
-  }
-  return condition;
-}
-
-std::vector<CompanyRow> list_rows(Context& context, const std::string& condition, Pager& pager) {
-  const std::string sql = concat(
-      "select j.oid, j.nome, p.razaosocial, ci.nome, o.nome,"
-      " case when j.oid in (select ritem from classificacao where rcategoria = ",
-      client,
-      ") then 1 else 0 end"
-      " from pessoajuridica_r j join pessoa p on p.oid = j.oid left join item o on o.oid = j.criadopor"
-      " left join endereco e on e.oid = (select min(oid) from endereco where ritem = j.oid)"
-      " left join item ci on ci.oid = e.rcidade",
-      condition, pager.condition(), pager.ordering());
-  std::vector<CompanyRow> rows;
-  each_row(context.crm(), sql, Pager::limit(), [&](const Row& row) {
-    View view;
-    view.set("address", company_address(row.id(0))).set("name", row.text(1)).set("legal_name", row.text(2));
-    view.set("city", row.text(3)).set("owner", row.text(4)).flag("client", row.id(5) == 1);
-    rows.push_back({row.id(0), std::move(view)});
-  });
-  pager.arrange(rows);
-  return rows;
-}
-
-View situation_tab(const Request& request, const std::string& value, const std::string& text) {
-  const std::string search = request.query.get("busca");
-  std::string address = "/empresas?situacao=" + value;
-  if (!search.empty()) address += "&busca=" + url_encode(search);
-  if (!request.query.get("para").empty()) address += "&para=negocio";
-  const std::string& present = request.query.get("situacao");
-  return View().set("address", address).set("text", text).flag("here", present == value);
-}
-
-void list(Context& context) {
-  const Request& request = context.request();
-  Pager pager(request, {"j.nome", "j.oid", "select nome from item where oid = "});
-  if (pager.from() != 0) context.visible().require_company(pager.from());
-  const std::string condition = list_condition(context);
-  auto rows = list_rows(context, condition, pager);
-  const auto count = to_int64(single_value(
-      context.crm(), "select count(*) from pessoajuridica_r j join pessoa p on p.oid = j.oid" + condition));
-
-  View view;
-  view.set("count", count_text(count, "empresa", "empresas")).set("search", request.query.get("busca"));
-  view.set("situation", request.query.get("situacao")).flag("filtered", !request.query.get("busca").empty());
-  view.list("tabs", {situation_tab(request, "", "Todas"), situation_tab(request, "clientes", "Clientes"),
-                     situation_tab(request, "prospectos", "Prospectos")});
-  view.flag("choosing", request.query.get("para") == "negocio").flag("none", rows.empty());
-  if (!rows.empty()) view.section("pager", pager.view(rows.front().id, rows.back().id));
-  std::vector<View> views;
-  for (CompanyRow& row : rows) views.push_back(std::move(row.view));
-  view.list("companies", std::move(views));
-  context.show("companies", "Empresas", "empresas", std::move(view));
 }
 
 Form company_form(Context& context, bool registering) {
@@ -222,7 +146,6 @@ void make_client(Context& context) {
 }  // namespace
 
 void add_company_pages(Router& router) {
-  router.get("/empresas", list);
   router.get("/empresas/nova", ask_registration);
   router.post("/empresas/nova", register_company);
   router.get("/empresas/{}/alterar", ask_change);

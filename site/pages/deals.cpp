@@ -2,106 +2,12 @@
 #include "site/context.h"
 #include "site/deal_data.h"
 #include "site/identifiers.h"
-#include "site/pager.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
 #include "values/text.h"
 
 namespace pradelis::site {
 namespace {
-
-/// One way to look at the deals: which states, and sorted how.
-struct Tab {
-  const char* name;
-  const char* text;
-  DealStates states;
-  Order order;
-  const char* value_column;
-};
-
-// Deals without an expected date come last.
-const Order by_expected_date = {"isnull(n.dataprovavel, '99991231')", "n.oid",
-                                "select isnull(dataprovavel, '99991231') from crm_pos_negocio where oid = "};
-const Order by_closing_date = {"n.fechamento", "n.oid",
-                               "select fechamento from crm_pos_negocio where oid = ", true};
-const Order newest_first = {"n.oid", "n.oid", "select oid from crm_pos_negocio where oid = ", true};
-
-const std::vector<Tab>& tabs() {
-  static const std::vector<Tab> all = {
-      {"abertos", "Abertos", {true, false, false}, by_expected_date, "valorprovavel"},
-      {"fechados", "Fechados", {false, true, false}, by_closing_date, "valorfechamento"},
-      {"perdidos", "Perdidos", {false, false, true}, by_closing_date, "valorprovavel"},
-      {"todos", "Todos", {true, true, true}, newest_first, "valorprovavel"},
-  };
-  return all;
-}
-
-const Tab& asked_tab(const Request& request) {
-  for (const Tab& tab : tabs()) {
-    if (request.query.get("estado") == tab.name) return tab;
-  }
-  return tabs().front();
-}
-
-std::string list_condition(Context& context, const Tab& tab, std::int32_t salesperson) {
-  std::string condition = concat(" where n.oid in (", context.visible().deals(tab.states), ")");
-  if (salesperson != 0) condition += concat(" and n.rvendedor = ", salesperson);
-  if (const std::string search(trim(context.request().query.get("busca"))); !search.empty()) {
-    const std::string like = concat(" like UPPER('", like_anywhere(context.crm(), search), "') escape '!'");
-    condition += concat(" and (UPPER(i.nome)", like, " or UPPER(c.nome)", like, ")");
-  }
-  return condition;
-}
-
-View filter_view(Context& context, const Tab& asked, std::int32_t salesperson) {
-  const std::string filters = context.request().query.encode_without({"estado", "apos", "antes"});
-  std::vector<View> tab_views;
-  for (const Tab& tab : tabs()) {
-    std::string address =
-        std::string("/negocios?estado=") + tab.name + (filters.empty() ? "" : "&" + filters);
-    tab_views.push_back(View().set("address", address).set("text", tab.text).flag("here", &tab == &asked));
-  }
-  std::vector<View> people;
-  for (const Option& person : context.visible().salespeople()) {
-    people.push_back(View()
-                         .set("id", std::to_string(person.id))
-                         .set("name", person.label)
-                         .flag("chosen", person.id == salesperson));
-  }
-  View view;
-  view.list("tabs", std::move(tab_views)).set("asked", asked.name);
-  view.set("search", context.request().query.get("busca"));
-  view.flag("team", people.size() > 1).list("people", std::move(people));
-  return view;
-}
-
-void list(Context& context) {
-  const Tab& tab = asked_tab(context.request());
-  Pager pager(context.request(), tab.order);
-  if (pager.from() != 0) context.visible().require_deal(pager.from());
-  const std::int32_t salesperson = parse_identifier(context.request().query.get("vendedor")).value_or(0);
-  const std::string condition = list_condition(context, tab, salesperson);
-
-  std::vector<std::pair<std::int32_t, View>> rows;
-  each_row(context.crm(),
-           concat("select ", deal_columns, deal_sources, condition, pager.condition(), pager.ordering()),
-           Pager::limit(), [&](const Row& row) { rows.emplace_back(row.id(0), deal_entry(row)); });
-  pager.arrange(rows);
-
-  View view = filter_view(context, tab, salesperson);
-  each_row(context.crm(), concat("select count(*), sum(n.", tab.value_column, ")", deal_sources, condition),
-           1, [&](const Row& row) {
-             view.set("count", count_text(to_int64(row.value(0)), "negócio", "negócios"));
-             view.set("sum", money_text(row.number(1)));
-           });
-  view.flag("none", rows.empty())
-      .flag("filtered", salesperson != 0 || !context.request().query.get("busca").empty());
-  if (!rows.empty()) view.section("pager", pager.view(rows.front().first, rows.back().first));
-  std::vector<View> views;
-  for (auto& [id, entry] : rows) views.push_back(std::move(entry));
-  view.list("deals", std::move(views));
-  context.show("deals", "Negócios", "negocios", std::move(view));
-}
 
 /// The form of a new deal, or of `deal`.
 Form deal_form(Context& context, std::int32_t company, const Deal* deal) {
@@ -192,7 +98,6 @@ void change_deal(Context& context) {
 }  // namespace
 
 void add_deal_pages(Router& router) {
-  router.get("/negocios", list);
   router.get("/empresas/{}/negocios/novo", ask_registration);
   router.post("/empresas/{}/negocios/novo", register_deal);
   router.get("/negocios/{}/alterar", ask_change);

@@ -7,14 +7,19 @@ namespace pradelis::site {
 
 void add_login_pages(Router& router);
 void add_home_pages(Router& router);
+void add_company_list(Router& router);
 void add_company_pages(Router& router);
 /// The page of one company.
 void add_company_detail(Router& router);
 void add_contact_pages(Router& router);
+void add_deal_list(Router& router);
+/// Deals by state and month.
+void add_deal_board(Router& router);
 void add_deal_pages(Router& router);
 void add_deal_state_pages(Router& router);
 void add_activity_pages(Router& router);
 void add_agenda_pages(Router& router);
+void add_product_pages(Router& router);
 void add_team_pages(Router& router);
 void add_city_pages(Router& router);
 void add_list_pages(Router& router);
