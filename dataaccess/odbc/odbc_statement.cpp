@@ -56,14 +56,15 @@ SQLRETURN OdbcStatement::execute() {
     WideText text = wide_text(sql_);
     return SQLExecDirectW(handle_.get(), text.data(), unit_count(text));
   }
-  if (stage_ == Stage::RanOnce) prepare();
+  if (stage_ == Stage::RanOnce) {
+    forget_columns();  // somebody may have changed the table meanwhile
+    prepare();
+  }
   return SQLExecute(handle_.get());
 }
 
 void OdbcStatement::execute_afresh() {
-  reader_.reset();
-  described_ = false;
-  SQLFreeStmt(handle_.get(), SQL_UNBIND);
+  forget_columns();
   prepare();
   if (const SQLRETURN result = SQLExecute(handle_.get()); result != SQL_NO_DATA) {
     session_.check(result, handle_.get());
@@ -91,6 +92,12 @@ std::string OdbcStatement::text_for_preparing() const {
     copied = end;
   }
   return text.append(sql_, copied);
+}
+
+void OdbcStatement::forget_columns() noexcept {
+  if (reader_ != nullptr) SQLFreeStmt(handle_.get(), SQL_UNBIND);
+  reader_.reset();
+  described_ = false;
 }
 
 void OdbcStatement::learn_columns() {

@@ -41,6 +41,7 @@ class OdbcStatement : public DriverStatement {
   /// Makes the server prepare the statement again and runs it.
   void execute_afresh();
   void learn_columns();
+  void forget_columns() noexcept;
 
   Session& session_;
   Handle handle_;

@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
 #include "dataaccess/connection.h"
 #include "dataaccess/pool.h"
 #include "dataaccess/quelcor.h"
 #include "dataaccess/thread_connection.h"
+#include "tests/support/engine.h"
+#include "tests/support/postgresql.h"
 #include "tests/support/raises.h"
 #include "tests/support/temporary_folder.h"
 #include "values/convert.h"
@@ -16,7 +19,7 @@ namespace pradelis::tests {
 
 using namespace pradelis::dataaccess;
 
-/// A database file of its own, and a connection object to it.
+/// An empty database of its own on the engine under test, and a connection object to it.
 class Database : public ::testing::Test {
  protected:
   Database() {
@@ -29,14 +32,15 @@ class Database : public ::testing::Test {
     close_idle_connections();
   }
 
-  /// Without waiting for the disk, which no test needs.
+  /// Without waiting for the disk, which no test needs. The options are SQLite's.
   std::string url(const std::string& options = "") const {
+    if (on_server) return on_server->connection_string();
     return "sqlite:" + folder.file("a.db") + "?synchronous=OFF" + options;
   }
 
   std::int64_t execute(const std::string& sql) {
     std::int64_t changed = 0;
-    conn->Conexao()->Execute(sql, &changed);
+    conn->Conexao()->Execute(in_engine_words(sql), &changed);
     return changed;
   }
   RecordsetPtr snapshot(const std::string& sql, std::int32_t most = 0) {
@@ -60,6 +64,8 @@ class Database : public ::testing::Test {
   }
 
   TemporaryFolder folder;
+  std::unique_ptr<PostgresqlDatabase> on_server =
+      on_postgresql() ? std::make_unique<PostgresqlDatabase>(PostgresqlDatabase::Content::Empty) : nullptr;
   QLCConnPtr conn = new_thread_connection();
 };
 

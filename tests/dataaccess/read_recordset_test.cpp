@@ -9,9 +9,9 @@ class ReadRecordset : public Database {
   ReadRecordset() {
     execute(
         "create table t (oid integer primary key, nome varchar(30), valor double, quando datetime, "
-        "dia date, ativo bit, dado blob, pequeno smallint, byte tinyint, grande bigint, livre)");
+        "dia date, ativo bit, dado blob, pequeno smallint, byte tinyint, grande bigint, livre varchar(9))");
     execute(
-        "insert into t values (1, 'um', 1.5, '2026-03-05 14:07:33', '2026-03-05', 1, x'00ff', 12, 200, "
+        "insert into t values (1, 'um', 1.5, '2026-03-05 14:07:33', '2026-03-05', '1', x'00ff', 12, 200, "
         "5000000000, 'x')");
     execute("insert into t (oid, nome) values (2, 'dois'), (3, 'três')");
   }
@@ -33,7 +33,8 @@ TEST_F(ReadRecordset, GivesEachColumnInItsType) {
       {"ativo", ColumnType::Boolean, true},
       {"dado", ColumnType::Bytes, Bytes{std::byte{0}, std::byte{0xFF}}},
       {"pequeno", ColumnType::Int16, std::int16_t{12}},
-      {"byte", ColumnType::UInt8, std::uint8_t{200}},
+      {"byte", has_bytes_as_numbers() ? ColumnType::UInt8 : ColumnType::Int16,
+       has_bytes_as_numbers() ? Variant(std::uint8_t{200}) : Variant(std::int16_t{200})},
       {"grande", ColumnType::Int64, std::int64_t{5000000000}},
       {"livre", ColumnType::Text, "x"},
   };
@@ -49,6 +50,7 @@ TEST_F(ReadRecordset, GivesEachColumnInItsType) {
 }
 
 TEST_F(ReadRecordset, TypesExpressionsByTheirFirstRow) {
+  if (types_expressions()) GTEST_SKIP() << "expressions have types before there is a row";
   const auto rs =
       snapshot("select count(*) n, sum(5000000000) g, max(nome) m, avg(oid) a, null x, valor v from t");
   EXPECT_EQ(rs->value("n"), Variant(std::int32_t{3}));
@@ -61,6 +63,7 @@ TEST_F(ReadRecordset, TypesExpressionsByTheirFirstRow) {
 }
 
 TEST_F(ReadRecordset, ShowsWhatDoesNotFitItsColumnAsItIs) {
+  if (!keeps_any_type()) GTEST_SKIP() << "columns hold values of their type only";
   execute("insert into t (oid, valor, quando, pequeno) values (4, 'abc', 'ontem', 70000)");
   const auto rs = snapshot("select * from t where oid = 4");
   EXPECT_EQ(rs->value("valor"), Variant("abc"));
@@ -177,14 +180,15 @@ TEST_F(ReadRecordset, StatementWithoutResultGivesAClosedRecordset) {
 
 TEST_F(ReadRecordset, PassesLongTextsAndBytes) {
   const std::string text(20'000'000, 'a');
-  const auto table = conn->AbrirTabela("t", CursorType::Dynamic, LockType::Optimistic);
+  execute("create table longa (oid integer primary key, nome text, dado blob)");
+  const auto table = conn->AbrirTabela("longa", CursorType::Dynamic, LockType::Optimistic);
   table->AddNew();
   table->set("oid", std::int32_t{50});
   table->set("nome", text);
   table->set("dado", Bytes(20'000'000, std::byte{7}));
   table->Update();
-  for (const auto& rs :
-       {snapshot("select nome, dado from t where oid=50"), stream("select nome, dado from t where oid=50")}) {
+  for (const auto& rs : {snapshot("select nome, dado from longa where oid=50"),
+                         stream("select nome, dado from longa where oid=50")}) {
     EXPECT_TRUE(rs->value("nome").get<std::string>() == text);
     EXPECT_EQ(rs->value("dado").get<Bytes>().size(), 20'000'000U);
   }

@@ -38,6 +38,7 @@ TEST_F(TableRecordset, AddsTheColumnsThatWereSet) {
   rs->Update();
   rs->AddNew();
   rs->set("nome", "oito");
+  rs->set("oid", std::int32_t{8});
   rs->AddNew();  // saves the one before
   rs->CancelUpdate();
   rs->Close();
@@ -46,6 +47,7 @@ TEST_F(TableRecordset, AddsTheColumnsThatWereSet) {
 }
 
 TEST_F(TableRecordset, AddsARowOfDefaults) {
+  if (!numbers_rows()) GTEST_SKIP() << "the key has no default";
   const auto rs = updatable("select nome from t");
   rs->AddNew();
   rs->Update();
@@ -62,9 +64,13 @@ TEST_F(TableRecordset, ReadsNothingUntilARowIsAskedFor) {
 
 TEST_F(TableRecordset, ChangesTheCurrentRowByAKeyThatIsNotSelected) {
   const char* const statements[] = {
-      "select nome from t where oid=2",        "Select nome from t x where x.oid = 2 order by x.nome;",
-      "select T.nome from main.t where 2=oid", "select nome, valor from [t] as \"a b\" where oid in (2)",
-      "select * from t where oid=2",           "select t.* from t where nome like 'd%'",
+      "select nome from t where oid=2",
+      "Select nome from t x where x.oid = 2 order by x.nome;",
+      "select * from t where oid=2",
+      "select t.* from t where nome like 'd%'",
+      on_postgresql() ? "select T.nome from public.t where 2=oid" : "select T.nome from main.t where 2=oid",
+      on_postgresql() ? "select nome, valor from \"t\" as \"a b\" where oid in (2)"
+                      : "select nome, valor from [t] as \"a b\" where oid in (2)",
   };
   for (const char* sql : statements) {
     const auto rs = updatable(sql);
@@ -93,6 +99,7 @@ TEST_F(TableRecordset, ChangesRowsOfCompoundKeysAndOfNone) {
   rs->Update();
   EXPECT_EQ(rows("select b from par order by b"), "1 4");
 
+  if (!numbers_rows()) return;
   rs = updatable("select * from solta where n = 2");
   rs->set("nome", "b");
   rs->Update();
@@ -145,7 +152,7 @@ TEST_F(TableRecordset, SetCountsAsChanged) {
 }
 
 TEST_F(TableRecordset, ComparesOldValuesOfEveryType) {
-  execute("update t set quando='2026-01-02T03:04:05', dia='2026-01-02', ativo=1, dado=x'0102' where oid=1");
+  execute("update t set quando='2026-01-02T03:04:05', dia='2026-01-02', ativo='1', dado=x'0102' where oid=1");
   const auto rs = updatable("select * from t where oid = 1");
   for (const char* field : {"nome", "valor", "quando", "dia", "numero", "pequeno", "ativo", "dado"}) {
     const Variant old = rs->value(field);
@@ -195,7 +202,7 @@ TEST_F(TableRecordset, OtherStatementsAreReadOnly) {
       "select nome from t union select nome from solta",
       "select nome || 'x' as nome from t",
       "select t.nome from t join par on a = oid",
-      "select nome from (select nome from t)",
+      "select nome from (select nome from t) s",
       "select nome from t where oid=1 except select 'x'",
   };
   for (const char* sql : statements) {
@@ -211,6 +218,7 @@ TEST_F(TableRecordset, OtherStatementsAreReadOnly) {
 }
 
 TEST_F(TableRecordset, ConvertsValuesToTheColumnsType) {
+  if (!keeps_any_type()) GTEST_SKIP() << "only SQLite tells how a value is stored";
   const Date moment = make_date({.year = 2026, .month = 3, .day = 5, .hour = 14, .minute = 7, .second = 33});
   const struct {
     const char* field;
@@ -285,7 +293,8 @@ TEST_F(TableRecordset, RefusesValuesThatDoNotFit) {
   }
   EXPECT_EQ(rs->value("nome"), Variant("um")) << "a refused value leaves the field as it was";
   rs->Update();
-  EXPECT_EQ(rows("select valor || nome from t where oid = 1"), "7.0um");
+  EXPECT_EQ(rows("select valor from t where oid = 1"), "7");
+  EXPECT_EQ(rows("select nome from t where oid = 1"), "um");
 }
 
 TEST_F(TableRecordset, ReportsRefusedRowsAndKeepsNothing) {
@@ -296,6 +305,7 @@ TEST_F(TableRecordset, ReportsRefusedRowsAndKeepsNothing) {
   EXPECT_TRUE(raises(error_number::constraint_refused, "insert into T (nome)", [&] { rs->Update(); }));
   EXPECT_EQ(rows("select count(*) from t"), "2");
   rs->set("nome", "outro");
+  rs->set("oid", std::int32_t{3});
   rs->Update();
   EXPECT_EQ(rows("select count(*) from t"), "3");
 }

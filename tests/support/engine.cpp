@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include "values/text.h"
 
@@ -15,15 +16,20 @@ bool on_postgresql() {
   return answer;
 }
 
-std::string in_engine_types(const std::string& create_table) {
-  if (!on_postgresql() || !create_table.starts_with("create table")) return create_table;
-  std::string sql = create_table;
-  for (const auto& [ours, theirs] :
-       {std::pair{" double", " double precision"}, std::pair{" datetime", " timestamp(3)"},
-        std::pair{" bit", " boolean"}, std::pair{" blob", " bytea"}}) {
-    sql = replace_all(sql, ours, theirs);
-  }
-  return sql;
+std::string in_engine_words(const std::string& sql) {
+  if (!on_postgresql()) return sql;
+  constexpr std::pair<const char*, const char*> words[] = {
+      {" double", " double precision"},
+      {" datetime", " timestamp(3)"},
+      {" bit", " boolean"},
+      {" blob", " bytea"},
+      {" tinyint", " smallint"},
+      {" x'", " bytea '\\x"},
+      {"=x'", "=bytea '\\x"},
+  };
+  std::string result = sql;
+  for (const auto& [ours, theirs] : words) result = replace_all(result, ours, theirs);
+  return result;
 }
 
 }  // namespace pradelis::tests

@@ -19,7 +19,17 @@ inline bool refuses_long_texts() { return on_postgresql(); }
 /// Each column of a result has a type before there is a row; SQLite knows none for an expression.
 inline bool types_expressions() { return on_postgresql(); }
 
-/// Has the engine's types in a "create table" statement that is written in SQLite's.
-std::string in_engine_types(const std::string& create_table);
+/// A table without a key has numbered rows all the same, and a single integer key is assigned when it is
+/// not given.
+inline bool numbers_rows() { return !on_postgresql(); }
+
+/// A column holds whatever is put into it, also where it has another type or none.
+inline bool keeps_any_type() { return !on_postgresql(); }
+
+/// There is a type for a single byte.
+inline bool has_bytes_as_numbers() { return !on_postgresql(); }
+
+/// SQLite's words for types and binary literals in a statement, as the engine has them.
+std::string in_engine_words(const std::string& sql);
 
 }  // namespace pradelis::tests
