@@ -99,6 +99,7 @@ bool is_plain_name(std::string_view name, NameCase name_case) {
 }  // namespace
 
 const Dialect sqlite_dialect{.engine = "sqlite", .functions = sqlite_functions};
+const Dialect sqlite_odbc_dialect{.engine = "sqlite-odbc", .functions = common_functions};
 const Dialect postgresql_dialect{
     .engine = "postgresql", .functions = common_functions, .name_case = NameCase::Lower};
 // The suite's statements are written in its dialect. It takes 2100 parameters.

@@ -33,6 +33,8 @@ struct Dialect {
 };
 
 extern const Dialect sqlite_dialect;
+/// SQLite as its ODBC driver gives it: without the embedded driver's functions.
+extern const Dialect sqlite_odbc_dialect;
 extern const Dialect postgresql_dialect;
 extern const Dialect sql_server_dialect;
 extern const Dialect oracle_dialect;

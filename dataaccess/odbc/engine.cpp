@@ -32,7 +32,7 @@ constexpr EngineTraits postgresql_traits{
     postgresql_cast};
 constexpr EngineTraits sql_server_traits{&sql_server_dialect, "select 1", "", true, false};
 constexpr EngineTraits oracle_traits{&oracle_dialect, "select 1 from dual", "", true, false};
-constexpr EngineTraits sqlite_traits{&common_dialect, "select 1", "pragma query_only = 1", false, false};
+constexpr EngineTraits sqlite_traits{&sqlite_odbc_dialect, "select 1", "pragma query_only = 1", false, false};
 
 }  // namespace
 

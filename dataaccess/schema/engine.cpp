@@ -6,7 +6,8 @@
 namespace pradelis::dataaccess::schema {
 
 const Engine& engine_of(const Dialect& dialect) {
-  for (const Engine* engine : {&sqlite_engine, &postgresql_engine, &sql_server_engine, &oracle_engine}) {
+  for (const Engine* engine :
+       {&sqlite_engine, &sqlite_odbc_engine, &postgresql_engine, &sql_server_engine, &oracle_engine}) {
     if (engine->name == dialect.engine) return *engine;
   }
   raise(error_number::database_failed, concat("Para o banco de dados ", dialect.engine, " não há esquema."));

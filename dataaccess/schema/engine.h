@@ -38,6 +38,7 @@ struct Engine {
 };
 
 extern const Engine sqlite_engine;
+extern const Engine sqlite_odbc_engine;
 extern const Engine postgresql_engine;
 extern const Engine sql_server_engine;
 extern const Engine oracle_engine;

@@ -38,17 +38,23 @@ std::string take_identifiers(std::int32_t count) {
                 " where oid = 1 returning proximooid");
 }
 
+constexpr Engine engine_with(std::string_view name, std::string_view upper_case) {
+  return {
+      .name = name,
+      .declaration = declaration,
+      .upper_case = upper_case,
+      .catalogue = "select type, name from sqlite_master",
+      .begin = "begin immediate",
+      .commit = "commit",
+      .rollback = "rollback",
+      .take_identifiers = take_identifiers,
+  };
+}
+
 }  // namespace
 
-const Engine sqlite_engine = {
-    .name = "sqlite",
-    .declaration = declaration,
-    .upper_case = "maiuscula",
-    .catalogue = "select type, name from sqlite_master",
-    .begin = "begin immediate",
-    .commit = "commit",
-    .rollback = "rollback",
-    .take_identifiers = take_identifiers,
-};
+const Engine sqlite_engine = engine_with("sqlite", "maiuscula");
+// A file that is reached by ODBC alone: its indexes must not need a function that the driver lacks.
+const Engine sqlite_odbc_engine = engine_with("sqlite-odbc", "upper");
 
 }  // namespace pradelis::dataaccess::schema
