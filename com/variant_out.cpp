@@ -187,7 +187,8 @@ void write_back(const Variant& value, const VARIANT& reference) {
       replace(reference.pbstrVal, new_bstr(to_text(value)), SysFreeString);
       return;
     case VT_DISPATCH:
-      replace(reference.ppdispVal, dispatch_of(to_object(value)), [](IDispatch* old) { old->Release(); });
+      replace(reference.ppdispVal, dispatch_of(value.get<ObjectPtr>()),
+              [](IDispatch* old) { old->Release(); });
       return;
     default:
       write_converted(value, reference);
