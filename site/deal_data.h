@@ -46,7 +46,6 @@ View state_view(DealState state);
 /// The joins bring company and salesperson.
 extern const char* const deal_columns;
 extern const char* const deal_sources;
-inline constexpr std::size_t expected_date_column = 4;
 /// One line of a list of deals.
 View deal_entry(const Row& row);
 

@@ -11,6 +11,10 @@ namespace pradelis::site {
 
 std::string Visibility::companies() const { return to_text(crm_.String_Empresa_Vendedor()); }
 
+std::string Visibility::company_rows() const {
+  return concat("pessoajuridica q cross join (", companies(), ") v cross join item_r j");
+}
+
 std::string Visibility::deals(DealStates states) const {
   return crm_.String_Negocio_Vendedor(0, Variant::null(), states.open, states.won, states.lost);
 }
@@ -28,13 +32,20 @@ void Visibility::require(const std::string& statement) const {
   if (!found) throw Refusal{404};
 }
 
+// The selection stands in the FROM, so that one record is looked up by its key and the selection is not
+// worked out for all others.
+
 void Visibility::require_company(std::int32_t company) const {
-  require(
-      concat("select oid from PessoaJuridica_r where oid = ", company, " and oid in (", companies(), ")"));
+  require(concat("select v.oid from (", companies(), ") v, pessoajuridica_r j where v.oid = ", company,
+                 " and j.oid = ", company));
 }
 
 void Visibility::require_deal(std::int32_t deal) const {
-  require(concat("select oid from item_r where oid = ", deal, " and oid in (", deals(), ")"));
+  const Variant company =
+      single_value(crm_, concat("select rpessoa from crm_pos_negocio where oid = ", deal));
+  if (company.is_null()) throw Refusal{404};
+  require(concat("select v.oid from (", deals_of(to_int32(company)), ") v, item_r i where v.oid = ", deal,
+                 " and i.oid = ", deal));
 }
 
 void Visibility::require_company_or_deal(std::int32_t company, std::int32_t deal) const {

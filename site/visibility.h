@@ -31,6 +31,11 @@ class Visibility {
 
   /// Companies: prospects of the users whom he may see, and all clients.
   std::string companies() const;
+  /// The same companies as tables to join, j the companies' items: to be followed by the condition
+  /// `company_join`. The engine goes through all companies in their order and looks each up in the
+  /// selection, which costs less than working the selection out first.
+  std::string company_rows() const;
+  static constexpr const char* company_join = "v.oid = q.oid and j.oid = q.oid";
   /// Deals of salespeople whom he may see, with companies that he may see. At least one state.
   std::string deals(DealStates states = {}) const;
   /// Deals of one company that he may see.

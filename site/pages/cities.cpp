@@ -27,7 +27,7 @@ void suggest(Context& context) {
   if (!typed.empty()) {
     each_row(
         crm,
-        concat("select i.nome from cidade c, item_r i where i.oid = c.oid and UPPER(i.nome) like UPPER('",
+        concat("select i.nome from cidade c cross join item_r i where i.oid = c.oid and UPPER(i.nome) like UPPER('",
                like_anywhere(crm, typed), "') escape '!' order by i.nome"),
         suggestions_shown,
         [&](const Row& row) { json += (json.empty() ? "" : ",") + json_text(row.text(0)); });

@@ -1,3 +1,4 @@
+#include "dataaccess/schema/fixed.h"
 #include "site/company_data.h"
 #include "site/context.h"
 #include "site/identifiers.h"
@@ -8,11 +9,11 @@
 namespace pradelis::site {
 namespace {
 
-constexpr std::int32_t client = 2121;
-constexpr std::int32_t prospect = 2127;
+namespace fixed = dataaccess::fixed;
 
 const std::vector<Option>& situations() {
-  static const std::vector<Option> options = {{prospect, "Prospecto"}, {client, "Cliente"}};
+  static const std::vector<Option> options = {{fixed::category_prospect, "Prospecto"},
+                                              {fixed::category_client, "Cliente"}};
   return options;
 }
 
@@ -21,7 +22,7 @@ Form company_form(Context& context, bool registering) {
   form.text("nome", "Nome fantasia").required().autocomplete("organization");
   form.text("razao", "Razão social").required().limit(200);
   if (registering) {
-    form.choice("situacao", "Situação", situations()).required().half().value(prospect);
+    form.choice("situacao", "Situação", situations()).required().half().value(fixed::category_prospect);
     form.choice("vendedor", "Vendedor", context.visible().salespeople())
         .required()
         .half()
@@ -139,7 +140,7 @@ void transfer(Context& context) {
 
 void make_client(Context& context) {
   const Company company = read_company(context, context.id());
-  if (!company.client) context.crm().Cadastrar_Classificacao(company.id, client);
+  if (!company.client) context.crm().Cadastrar_Classificacao(company.id, fixed::category_client);
   context.redirect(company_address(company.id), "A empresa agora é cliente.");
 }
 

@@ -1,3 +1,4 @@
+#include "dataaccess/schema/fixed.h"
 #include "site/company_data.h"
 #include "site/context.h"
 #include "site/csv.h"
@@ -10,40 +11,40 @@
 namespace pradelis::site {
 namespace {
 
-constexpr std::int32_t client = 2121;
+constexpr std::int32_t client = dataaccess::fixed::category_client;
 
 struct CompanyRow {
   std::int32_t id = 0;
   View view;
 };
 
-/// What the visitor asked the list for.
+/// What the visitor asked the list for, to follow other conditions.
 std::string list_condition(Context& context) {
   component::CRM& crm = context.crm();
   const Parameters& query = context.request().query;
-  std::string condition = concat(" where j.oid in (", context.visible().companies(), ")");
+  std::string condition;
   if (const std::string search(trim(query.get("busca"))); !search.empty()) {
     const std::string like = concat(" like UPPER('", like_anywhere(crm, search), "') escape '!'");
     condition += concat(" and (UPPER(j.nome)", like, " or UPPER(p.razaosocial)", like, ")");
   }
   const std::string& situation = query.get("situacao");
   if (situation == "clientes" || situation == "prospectos") {
-    condition += concat(" and j.oid ", situation == "clientes" ? "in" : "not in",
+    condition += concat(" and q.oid ", situation == "clientes" ? "in" : "not in",
                         " (select ritem from classificacao where rcategoria = ", client, ")");
   }
   return condition;
 }
 
+/// Rows of the page in the order of names: the engine walks the names and stops when the page is full.
 std::vector<CompanyRow> list_rows(Context& context, const std::string& condition, Pager& pager) {
   const std::string sql = concat(
-      "select j.oid, j.nome, p.razaosocial, ci.nome, o.nome,"
-      " case when j.oid in (select ritem from classificacao where rcategoria = ",
-      client,
-      ") then 1 else 0 end"
-      " from pessoajuridica_r j join pessoa p on p.oid = j.oid left join item o on o.oid = j.criadopor"
+      "select i.oid, i.nome, p.razaosocial, ci.nome, o.nome,"
+      " case when i.oid in (select ritem from classificacao where rcategoria = ",
+      client, ") then 1 else 0 end from item i cross join ", context.visible().company_rows(),
+      " cross join pessoa p left join item o on o.oid = j.criadopor"
       " left join endereco e on e.oid = (select min(oid) from endereco where ritem = j.oid)"
-      " left join item ci on ci.oid = e.rcidade",
-      condition, pager.condition(), pager.ordering());
+      " left join item ci on ci.oid = e.rcidade where q.oid = i.oid and p.oid = q.oid and ",
+      Visibility::company_join, condition, pager.condition(), pager.ordering());
   std::vector<CompanyRow> rows;
   each_row(context.crm(), sql, Pager::limit(), [&](const Row& row) {
     View view;
@@ -53,6 +54,13 @@ std::vector<CompanyRow> list_rows(Context& context, const std::string& condition
   });
   pager.arrange(rows);
   return rows;
+}
+
+std::int64_t count_rows(Context& context, const std::string& condition) {
+  return to_int64(single_value(
+      context.crm(),
+      concat("select count(*) from ", context.visible().company_rows(),
+             " cross join pessoa p where p.oid = q.oid and ", Visibility::company_join, condition)));
 }
 
 View situation_tab(const Request& request, const std::string& value, const std::string& text) {
@@ -66,15 +74,14 @@ View situation_tab(const Request& request, const std::string& value, const std::
 
 void list(Context& context) {
   const Request& request = context.request();
-  Pager pager(request, {"j.nome", "j.oid", "select nome from item where oid = "});
+  Pager pager(request, {"i.nome", "i.oid", "select nome from item where oid = "});
   if (pager.from() != 0) context.visible().require_company(pager.from());
   const std::string condition = list_condition(context);
   auto rows = list_rows(context, condition, pager);
-  const auto count = to_int64(single_value(
-      context.crm(), "select count(*) from pessoajuridica_r j join pessoa p on p.oid = j.oid" + condition));
 
   View view;
-  view.set("count", count_text(count, "empresa", "empresas")).set("search", request.query.get("busca"));
+  view.set("count", count_text(count_rows(context, condition), "empresa", "empresas"))
+      .set("search", request.query.get("busca"));
   view.set("situation", request.query.get("situacao")).flag("filtered", !request.query.get("busca").empty());
   view.list("tabs", {situation_tab(request, "", "Todas"), situation_tab(request, "clientes", "Clientes"),
                      situation_tab(request, "prospectos", "Prospectos")});
@@ -103,13 +110,16 @@ void export_list(Context& context) {
       client,
       ") then 1 else 0 end, o.nome, e.rua, e.numero, e.complemento, e.bairro, ci.nome, e.cep, j.criadoem,"
       " j.observacao, k.nome, k.cargo"
-      " from pessoajuridica_r j join pessoa p on p.oid = j.oid left join item o on o.oid = j.criadopor"
+      " from ",
+      context.visible().company_rows(),
+      " cross join pessoa p left join item o on o.oid = j.criadopor"
       " left join endereco e on e.oid = (select min(oid) from endereco where ritem = j.oid)"
       " left join item ci on ci.oid = e.rcidade"
       " left join (select a.rgrupo as rgrupo, i.oid as oid, i.nome as nome, r.nome as cargo from agrupamento a"
       " join item_r i on i.oid = a.ritem left join item r on r.oid = a.rpapel where i.cid = 45) k"
       " on k.rgrupo = j.oid",
-      list_condition(context), " order by j.nome, j.oid, k.nome, k.oid");
+      " where p.oid = q.oid and ", Visibility::company_join, list_condition(context),
+      " order by j.nome, j.oid, k.nome, k.oid");
   each_streamed_row(context.crm(), sql, [&](const Row& row) {
     csv.text(row.text(0)).text(row.text(1)).text(row.id(2) == 1 ? "Cliente" : "Prospecto");
     for (const std::size_t column : {3, 4, 5, 6, 7, 8, 9}) csv.text(row.text(column));
