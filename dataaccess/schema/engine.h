@@ -33,7 +33,8 @@ struct Engine {
   std::string_view objection = {};
   /// What is created before the tables.
   std::string_view preparation = {};
-  /// Raises the first free identifier by `count` and gives the raised one, atomically.
+  /// Raises the first free identifier by `count` and gives the raised one, atomically. Null where a
+  /// statement that changes rows gives none.
   std::string (*take_identifiers)(std::int32_t count);
 };
 

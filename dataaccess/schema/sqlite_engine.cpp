@@ -38,7 +38,8 @@ std::string take_identifiers(std::int32_t count) {
                 " where oid = 1 returning proximooid");
 }
 
-constexpr Engine engine_with(std::string_view name, std::string_view upper_case) {
+constexpr Engine engine_with(std::string_view name, std::string_view upper_case,
+                             decltype(Engine::take_identifiers) taking_identifiers) {
   return {
       .name = name,
       .declaration = declaration,
@@ -47,14 +48,15 @@ constexpr Engine engine_with(std::string_view name, std::string_view upper_case)
       .begin = "begin immediate",
       .commit = "commit",
       .rollback = "rollback",
-      .take_identifiers = take_identifiers,
+      .take_identifiers = taking_identifiers,
   };
 }
 
 }  // namespace
 
-const Engine sqlite_engine = engine_with("sqlite", "maiuscula");
-// A file that is reached by ODBC alone: its indexes must not need a function that the driver lacks.
-const Engine sqlite_odbc_engine = engine_with("sqlite-odbc", "upper");
+const Engine sqlite_engine = engine_with("sqlite", "maiuscula", take_identifiers);
+// A file that is reached by ODBC alone: its indexes must not need a function that the driver lacks, and the
+// driver gives no rows of a statement that changes some.
+const Engine sqlite_odbc_engine = engine_with("sqlite-odbc", "upper", nullptr);
 
 }  // namespace pradelis::dataaccess::schema
