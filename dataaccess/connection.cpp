@@ -56,7 +56,7 @@ void PooledConnection::read_off_results() {
   }
 }
 
-StatementLease PooledConnection::run(std::string_view text, std::span<const Cell> values) {
+StatementLease PooledConnection::run(const StatementText& text, std::span<const Cell> values) {
   if (live_->traits().one_result) read_off_results();
   for (bool first_try = true;; first_try = false) {
     StatementLease statement = live_->statements().take(text);
@@ -77,7 +77,7 @@ std::int64_t PooledConnection::change(std::string_view text, std::span<const Cel
   TraceLine trace(text, values);
   try {
     live();
-    const std::int64_t changed = run(text, values)->rows_changed();
+    const std::int64_t changed = run(StatementText::of(text), values)->rows_changed();
     trace.set_rows(changed);
     return changed;
   } catch (const Error& failure) {
@@ -96,7 +96,6 @@ RecordsetPtr PooledConnection::open_rows(const std::string& sql, bool streamed, 
   auto recordset = std::make_shared<ReadRecordset>(self(), kind);
   if (rows_changed != nullptr) *rows_changed = 0;
   try {
-    check_statement_text(sql);
     recordset->run(sql, limit, rows_changed);
   } catch (const Error& failure) {
     raise_for_statement(failure, sql);
@@ -108,7 +107,6 @@ RecordsetPtr PooledConnection::open_table(const std::string& sql, std::size_t li
   if (!live_) raise_closed_connection();
   auto recordset = std::make_shared<TableRecordset>(self());
   try {
-    check_statement_text(sql);
     recordset->prepare(sql, limit);
   } catch (const Error& failure) {
     raise_for_statement(failure, sql);

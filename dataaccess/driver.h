@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,8 +43,9 @@ class DriverStatement {
   /// Gives the fetches that follow the full time of `run` again: the rows of a stream are asked for
   /// whenever its reader likes.
   virtual void renew_time() noexcept = 0;
-  /// Value of a column in the present row. What it points to stays until the next `fetch` or `reset`.
-  virtual Cell cell(std::size_t column) = 0;
+  /// Gives the present row's values from column `first` on, as many as `cells` has room for. What they
+  /// point to stays until the next `fetch` or `reset`.
+  virtual void read(std::size_t first, std::span<Cell> cells) = 0;
   /// Rows inserted, changed or deleted by the last run.
   virtual std::int64_t rows_changed() = 0;
   /// Lets the result and the bound values go; the statement can be run again.

@@ -1,9 +1,8 @@
 #include "dataaccess/lifter.h"
 
 #include <bit>
-#include <charconv>
-#include <optional>
 
+#include "dataaccess/failures.h"
 #include "values/error.h"
 #include "values/text.h"
 
@@ -51,23 +50,11 @@ bool is_type(std::string_view word) noexcept {
   }
 }
 
-template <class Number>
-std::errc read_whole(std::string_view text, Number& number) noexcept {
-  const char* end = text.data() + text.size();
-  const auto [rest, failure] = std::from_chars(text.data(), end, number);
-  return failure == std::errc{} && rest != end ? std::errc::invalid_argument : failure;
-}
-
-// Nothing for what is no plain decimal number, and for an integer of more than 64 bits, which each
-// engine takes for something else.
-std::optional<Cell> number_cell(std::string_view text) noexcept {
-  if (text.front() == '+') text.remove_prefix(1);
-  std::int64_t integer = 0;
-  const std::errc failure = read_whole(text, integer);
-  if (failure == std::errc{}) return Cell::of(integer);
-  double real = 0;
-  if (text.find_first_of(".eE") == std::string_view::npos || read_whole(text, real) != std::errc{}) return {};
-  return Cell::of(text, CellKind::Decimal);
+// Powers of two, and multiples of the largest step for long lists, so that padding never costs much.
+std::size_t padded_length(std::size_t count) noexcept {
+  constexpr std::size_t largest_step = 2048;
+  return count <= largest_step ? std::bit_ceil(count)
+                               : (count + largest_step - 1) / largest_step * largest_step;
 }
 
 }  // namespace
@@ -75,32 +62,44 @@ std::optional<Cell> number_cell(std::string_view text) noexcept {
 void Lifter::lift(std::string_view sql, const Dialect& dialect) {
   sql_ = sql;
   dialect_ = &dialect;
-  values_.clear();
+  if (const StatementShape* shape = shapes_.match(sql, literals_)) {
+    for (const Cell& value : literals_.values()) {
+      if (value.kind == CellKind::Text) check_statement_text(value.text());
+    }
+    text_ = {shape->text, shape->hash};
+    return;
+  }
+  check_statement_text(sql);
+  take_apart();
+}
+
+void Lifter::take_apart() {
+  literals_.begin(sql_);
   out_.clear();
-  unquoted_.clear();
+  gaps_.clear();
+  has_list_ = false;
   copied_ = 0;
-  if (!starts_liftable(sql)) return keep_literals();
+  if (!starts_liftable(sql_)) return keep_literals();
 
   levels_.assign(1, Level{});
   before_ = Before::Operator;
   word_ = 0;
   word_names_type_ = type_follows_ = lifted_ = false;
   sign_ = npos;
-  Tokens tokens(sql);
+  Tokens tokens(sql_);
   for (Token token = tokens.next(); token.kind != TokenKind::End; token = tokens.next()) {
     if (token.kind == TokenKind::Unended) return keep_literals();
     read_token(token, tokens.position(token));
   }
-  if (levels_.size() != 1 || values_.empty() || values_.size() > dialect.most_parameters) {
-    return keep_literals();
-  }
-  out_.append(sql, copied_);
-  text_ = out_;
+  if (levels_.size() != 1 || literals_.size() > dialect_->most_parameters) return keep_literals();
+  out_.append(sql_, copied_);
+  text_ = StatementText::of(out_);
+  if (!has_list_) shapes_.remember({std::string(sql_), gaps_, out_, text_.hash});
 }
 
 void Lifter::keep_literals() {
-  values_.clear();
-  text_ = sql_;
+  literals_.begin(sql_);
+  text_ = StatementText::of(sql_);
 }
 
 bool Lifter::starts_liftable(std::string_view sql) {
@@ -245,40 +244,21 @@ void Lifter::read_literal(const Token& token, std::size_t position) {
 void Lifter::put_back() {
   out_.resize(literal_out_);
   copied_ = literal_source_;
-  values_.pop_back();
+  literals_.shrink(literals_.size() - 1);
+  gaps_.pop_back();
   lifted_ = false;
 }
 
 bool Lifter::take_value(const Token& token, std::size_t begin) {
   const std::size_t end = static_cast<std::size_t>(token.text.data() - sql_.data()) + token.text.size();
-  if (token.kind == TokenKind::Text) {
-    values_.push_back(Cell::of(unquoted(token.text)));
-  } else if (const auto number = number_cell(sql_.substr(begin, end - begin))) {
-    values_.push_back(*number);
-  } else {
-    return false;
-  }
+  if (!literals_.add(token.kind, sql_.substr(begin, end - begin))) return false;
   out_.append(sql_, copied_, begin - copied_);
   literal_source_ = begin;
   literal_out_ = out_.size();
   out_ += '?';
   copied_ = end;
+  gaps_.push_back({begin, end});
   return true;
-}
-
-std::string_view Lifter::unquoted(std::string_view literal) {
-  literal = literal.substr(1, literal.size() - 2);
-  std::size_t quote = literal.find('\'');
-  if (quote == std::string_view::npos) return literal;
-  // All such texts together are shorter than the statement, so that none of them moves.
-  if (unquoted_.empty()) unquoted_.reserve(sql_.size());
-  const std::size_t begin = unquoted_.size();
-  for (; quote != std::string_view::npos; quote = literal.find('\'')) {
-    unquoted_.append(literal, 0, quote + 1);
-    literal.remove_prefix(quote + 2);
-  }
-  unquoted_ += literal;
-  return std::string_view(unquoted_).substr(begin);
 }
 
 void Lifter::open(std::size_t position) {
@@ -287,7 +267,7 @@ void Lifter::open(std::size_t position) {
   level.fixed = level.inherited = around.fixed || word_names_type_;
   level.in_list = level.only_literals = word_ == keyword("in");
   level.converts = word_ == keyword("convert");
-  level.values = values_.size();
+  level.values = literals_.size();
   level.source = position + 1;
   if (level.in_list) {
     out_.append(sql_, copied_, level.source - copied_);
@@ -315,21 +295,20 @@ void Lifter::close(std::size_t position) {
 }
 
 void Lifter::pad_list(Level& list, std::size_t position) {
-  const std::size_t count = values_.size() - list.values;
+  const std::size_t count = literals_.size() - list.values;
   if (count == 0) return;
+  has_list_ = true;
   if (count > dialect_->longest_list) {
-    values_.resize(list.values);
+    literals_.shrink(list.values);
     out_.resize(list.out_size);
     copied_ = list.source;
     return;
   }
   out_.append(sql_, copied_, position - copied_);
   copied_ = position;
-  const Cell last = values_.back();
-  for (std::size_t missing = std::bit_ceil(count) - count; missing > 0; --missing) {
-    out_ += ",?";
-    values_.push_back(last);
-  }
+  const std::size_t missing = padded_length(count) - count;
+  literals_.repeat_last(missing);
+  for (std::size_t i = 0; i < missing; ++i) out_ += ",?";
 }
 
 }  // namespace pradelis::dataaccess

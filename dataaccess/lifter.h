@@ -9,6 +9,8 @@
 
 #include "dataaccess/cell.h"
 #include "dataaccess/dialect.h"
+#include "dataaccess/literals.h"
+#include "dataaccess/statement_shapes.h"
 #include "dataaccess/tokens.h"
 
 namespace pradelis::dataaccess {
@@ -19,17 +21,18 @@ namespace pradelis::dataaccess {
 /// Literals stay where a value would change the meaning: in select lists and all that is nested in
 /// them (they name the column), sort and group keys, limits, arguments of types, typed and prefixed
 /// literals, beside another literal ("1=1"), and in statements other than queries and row changes.
-/// The values of an `in ( … )` list of literals are padded, by repeating the last, to a power of two.
+/// The values of an `in ( … )` list of literals are padded, by repeating the last, to few lengths.
 class Lifter {
  public:
-  /// Raises -2147217900 for a statement with an empty `in ()` list or a parameter marker of its own.
+  /// Raises -2147217900 for a statement with an empty `in ()` list, a parameter marker of its own, a NUL
+  /// or bytes that are no UTF-8. One lifter always gets the same dialect.
   void lift(std::string_view sql, const Dialect& dialect);
 
   /// The statement with "?" for the literals taken out. Stays until the next `lift`.
-  std::string_view text() const noexcept { return text_; }
+  const StatementText& text() const noexcept { return text_; }
   /// The values taken out, in order. They point into the statement given to `lift`, or into this object
   /// until the next `lift`.
-  std::span<const Cell> values() const noexcept { return values_; }
+  std::span<const Cell> values() const noexcept { return literals_.values(); }
 
  private:
   // What an open parenthesis, or the whole statement, stands for.
@@ -57,17 +60,19 @@ class Lifter {
   void close(std::size_t position);
   void pad_list(Level& list, std::size_t position);
   bool take_value(const Token& token, std::size_t begin);
-  std::string_view unquoted(std::string_view literal);
   void put_back();
+  void take_apart();
   void keep_literals();
 
   std::string_view sql_;
   const Dialect* dialect_ = nullptr;
-  std::string_view text_;
+  StatementText text_;
   std::string out_;
   std::size_t copied_ = 0;  // position up to which the statement stands in out_
-  std::vector<Cell> values_;
-  std::string unquoted_;
+  Literals literals_;
+  StatementShapes shapes_;
+  std::vector<StatementShape::Gap> gaps_;
+  bool has_list_ = false;  // whose length decides the text
   std::vector<Level> levels_;
 
   std::uint64_t first_word_ = 0;

@@ -7,12 +7,12 @@ constexpr std::size_t most_plans = 200;
 constexpr std::chrono::milliseconds trusted_for{20};
 }  // namespace
 
-const TablePlanPtr& LiveConnection::table_plan(std::string_view text) {
-  std::string key(text);
-  if (const auto found = plans_.find(key); found != plans_.end()) return found->second;
+const TablePlanPtr& LiveConnection::table_plan(const StatementText& text) {
+  if (const auto found = plans_.find(text); found != plans_.end()) return found->second;
   TablePlanPtr plan = make_table_plan(text, statements_, *connection_);
   if (plans_.size() == most_plans) plans_.clear();
-  return plans_.emplace(std::move(key), std::move(plan)).first->second;
+  const StatementText key{plan->text, text.hash};
+  return plans_.emplace(key, std::move(plan)).first->second;
 }
 
 bool LiveConnection::usable() noexcept {

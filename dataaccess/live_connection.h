@@ -31,7 +31,7 @@ class LiveConnection {
   StatementCache& statements() noexcept { return statements_; }
   Lifter& lifter() noexcept { return lifter_; }
   /// The plan for an updatable recordset on this lifted text. Raises what preparing it raises.
-  const TablePlanPtr& table_plan(std::string_view text);
+  const TablePlanPtr& table_plan(const StatementText& text);
 
   /// Whether the connection can be used: no failure has shown it gone and, where the database can go
   /// without a sign and the connection has not been used for a while, the database says so.
@@ -49,7 +49,7 @@ class LiveConnection {
   ConnectionTraits traits_;
   StatementCache statements_;  // ends before its connection
   Lifter lifter_;
-  std::unordered_map<std::string, TablePlanPtr> plans_;
+  std::unordered_map<StatementText, TablePlanPtr, HashOfStatementText> plans_;  // by the plans' own texts
   std::chrono::steady_clock::time_point last_use_ = std::chrono::steady_clock::now();
 };
 

@@ -10,6 +10,11 @@ namespace pradelis::dataaccess {
 
 OpenRecordset::~OpenRecordset() { end(); }
 
+void OpenRecordset::begin_rows(StatementLease statement, ResultRows::Reading reading, std::size_t limit) {
+  rows_.swap_memory(connection_->spare_memory_);
+  rows_.begin(std::move(statement), reading, limit);
+}
+
 void OpenRecordset::open(ResultColumnsPtr columns) {
   columns_ = std::move(columns);
   open_ = true;
@@ -22,6 +27,7 @@ void OpenRecordset::end() noexcept {
   rows_.close();
   if (!open_) return;
   open_ = false;
+  rows_.swap_memory(connection_->spare_memory_);
   (previous_ != nullptr ? previous_->next_ : connection_->recordsets_) = next_;
   if (next_ != nullptr) next_->previous_ = previous_;
   previous_ = next_ = nullptr;
@@ -59,9 +65,11 @@ ColumnType OpenRecordset::field_type(std::size_t index) const {
 
 std::size_t OpenRecordset::field_index(std::string_view name) const {
   check_open();
-  const std::size_t index = columns_->find(name, guess_);
+  std::uint8_t& guess = followers_[last_asked_ % followers_.size()];
+  const std::size_t index = columns_->find(name, guess);
   if (index == ResultColumns::npos) raise_no_such_field(name);
-  guess_ = index + 1;
+  guess = static_cast<std::uint8_t>(index);
+  last_asked_ = index;
   return index;
 }
 
@@ -74,6 +82,7 @@ void OpenRecordset::note_first_row() {
 }
 
 std::span<const Cell> OpenRecordset::keep(std::span<const Cell> values) {
+  if (values.empty()) return {};
   kept_values_.assign(values.begin(), values.end());
   std::size_t size = 0;
   for (const Cell& value : values) size += value.has_data() ? value.size : 0;

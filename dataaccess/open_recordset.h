@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -38,6 +40,7 @@ class OpenRecordset : public Recordset {
 
  protected:
   void open(ResultColumnsPtr columns);
+  void begin_rows(StatementLease statement, ResultRows::Reading reading, std::size_t limit);
   void check_open() const;
   const Column& column(std::size_t index) const;
   PooledConnection& connection() const noexcept { return *connection_; }
@@ -54,7 +57,9 @@ class OpenRecordset : public Recordset {
   OpenRecordset* previous_ = nullptr;
   OpenRecordset* next_ = nullptr;
   bool open_ = false;
-  mutable std::size_t guess_ = 0;        // the field that is probably asked for next
+  // Which field was asked for after which: readers ask for those of each row in the same order.
+  mutable std::array<std::uint8_t, 16> followers_{};
+  mutable std::size_t last_asked_ = 0;
   std::vector<ColumnType> first_types_;  // only where a column has no declared type
   std::vector<Cell> kept_values_;
   std::unique_ptr<char[]> kept_data_;

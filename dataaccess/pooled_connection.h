@@ -11,6 +11,7 @@
 #include "dataaccess/driver.h"
 #include "dataaccess/live_connection.h"
 #include "dataaccess/pool.h"
+#include "dataaccess/row_store.h"
 #include "dataaccess/statement_cache.h"
 
 namespace pradelis::dataaccess {
@@ -53,7 +54,7 @@ class PooledConnection final : public Connection {
   }
   /// Runs a statement of the suite's dialect, with "?" for its values. What the values point to stays
   /// while the statement is in use. Results that stand open are read off when they are in its way.
-  StatementLease run(std::string_view text, std::span<const Cell> values);
+  StatementLease run(const StatementText& text, std::span<const Cell> values);
   /// Runs a statement that a recordset makes, traced; gives the number of rows that it changed.
   std::int64_t change(std::string_view text, std::span<const Cell> values);
 
@@ -73,6 +74,7 @@ class PooledConnection final : public Connection {
   CursorLocation location_ = CursorLocation::Server;
   std::unique_ptr<LiveConnection> live_;
   OpenRecordset* recordsets_ = nullptr;  // a list through the recordsets
+  RowStore spare_memory_;                // of the last recordset that ended, for the next one
 };
 
 }  // namespace pradelis::dataaccess

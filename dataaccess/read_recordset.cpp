@@ -23,7 +23,7 @@ void ReadRecordset::run(std::string_view sql, std::size_t limit, std::int64_t* r
     if (rows_changed != nullptr) *rows_changed = changed;
     return;
   }
-  rows_.begin(std::move(statement), ResultRows::Reading::OneByOne, limit);
+  begin_rows(std::move(statement), ResultRows::Reading::OneByOne, limit);
   if (kind_ == Kind::Snapshot) {
     rows_.read_off();
     trace.set_rows(static_cast<std::int64_t>(rows_.rows_read()));

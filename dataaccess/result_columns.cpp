@@ -4,6 +4,13 @@
 
 namespace pradelis::dataaccess {
 
+namespace {
+// Most readers write a name as the table does.
+bool is_named(const Column& column, std::string_view name) noexcept {
+  return column.name == name || equal_ignoring_case(column.name, name);
+}
+}  // namespace
+
 ResultColumns::ResultColumns(std::vector<Column> columns) : columns_(std::move(columns)) {
   for (std::size_t index = 0; index < columns_.size(); ++index) {
     all_declared_ = all_declared_ && columns_[index].declared;
@@ -14,9 +21,9 @@ ResultColumns::ResultColumns(std::vector<Column> columns) : columns_(std::move(c
 std::size_t ResultColumns::find(std::string_view name, std::size_t guess) const noexcept {
   const std::size_t count = columns_.size();
   // A guess could be the second of two columns of one name, of which the first counts.
-  if (names_differ_ && guess < count && equal_ignoring_case(columns_[guess].name, name)) return guess;
+  if (names_differ_ && guess < count && is_named(columns_[guess], name)) return guess;
   for (std::size_t index = 0; index < count; ++index) {
-    if (equal_ignoring_case(columns_[index].name, name)) return index;
+    if (is_named(columns_[index], name)) return index;
   }
   return npos;
 }

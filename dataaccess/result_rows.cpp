@@ -50,8 +50,9 @@ bool ResultRows::fetch() {
 }
 
 void ResultRows::store_row() {
-  const std::size_t count = columns_->size();
-  for (std::size_t column = 0; column < count; ++column) store_.add(statement_->cell(column));
+  const std::span<Cell> row = store_.add_row();
+  statement_->read(0, row);
+  store_.keep(row);
 }
 
 void ResultRows::read_block() {

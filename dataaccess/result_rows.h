@@ -28,7 +28,10 @@ class ResultRows {
   bool on_row() const noexcept { return on_row_; }
   /// A cell of the current row. What it points to stays until the position moves.
   Cell cell(std::size_t column) const {
-    return on_statement_ ? statement_->cell(column) : store_.cell(position_, column);
+    if (!on_statement_) return store_.cell(position_, column);
+    Cell cell;
+    statement_->read(column, {&cell, 1});
+    return cell;
   }
   /// Reads all rows that are left, and the current one, into memory, and gives the statement back.
   void read_off();
@@ -39,6 +42,8 @@ class ResultRows {
   /// Whether the statement still stands on a row.
   bool standing() const noexcept { return static_cast<bool>(statement_); }
   void close() noexcept;
+  /// Takes memory that others used before, or hands it on; for use while no rows are held.
+  void swap_memory(RowStore& memory) noexcept { store_.swap(memory); }
 
  private:
   static constexpr std::size_t before_first = static_cast<std::size_t>(-1);

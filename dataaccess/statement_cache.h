@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "dataaccess/driver.h"
+#include "dataaccess/statement_shapes.h"
 
 namespace pradelis::dataaccess {
 
@@ -38,6 +39,7 @@ class StatementLease {
   friend class StatementCache;
   struct Entry {
     std::string text;
+    std::size_t hash = 0;
     std::unique_ptr<DriverStatement> statement;
     bool in_use = true;
   };
@@ -58,7 +60,7 @@ class StatementCache {
   StatementCache& operator=(const StatementCache&) = delete;
 
   /// The statement of this text, with "?" for its parameters, in the suite's dialect.
-  StatementLease take(std::string_view text);
+  StatementLease take(const StatementText& text);
 
   std::size_t size() const noexcept { return entries_.size(); }
 
@@ -72,7 +74,7 @@ class StatementCache {
 
   DriverConnection* connection_;
   Entries entries_;  // the last used first
-  std::unordered_multimap<std::string_view, Entries::iterator> by_text_;
+  std::unordered_multimap<StatementText, Entries::iterator, HashOfStatementText> by_text_;
   std::size_t text_size_ = 0;
 };
 

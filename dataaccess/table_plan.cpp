@@ -33,12 +33,14 @@ std::vector<std::string> column_names(const TableSelect& select, const ResultCol
 
 }  // namespace
 
-TablePlanPtr make_table_plan(std::string_view text, StatementCache& statements,
+TablePlanPtr make_table_plan(const StatementText& text, StatementCache& statements,
                              DriverConnection& connection) {
   auto plan = std::make_shared<TablePlan>();
-  plan->query = text;
+  plan->text = text.text;
+  plan->query = text.text;
+  plan->query_hash = text.hash;
   plan->columns = statements.take(text)->columns();
-  const auto select = read_table_select(text);
+  const auto select = read_table_select(text.text);
   if (!select) return plan;
   plan->names = column_names(*select, *plan->columns, connection.dialect());
   if (plan->names.empty()) return plan;
@@ -55,7 +57,10 @@ TablePlanPtr make_table_plan(std::string_view text, StatementCache& statements,
     plan->keys.push_back({name, found ? static_cast<std::size_t>(selected - plan->names.begin()) : next++});
     if (!found) added.append(", ").append(select->qualifier).append(".").append(name);
   }
-  if (!added.empty()) plan->query.insert(select->from, added + " ");
+  if (!added.empty()) {
+    plan->query.insert(select->from, added + " ");
+    plan->query_hash = StatementText::of(plan->query).hash;
+  }
   return plan;
 }
 

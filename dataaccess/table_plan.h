@@ -19,7 +19,9 @@ struct TablePlan {
     std::size_t column = 0;  ///< its position in the query's result
   };
 
-  std::string query;               ///< the lifted text, with the key's columns added where it lacks them
+  std::string text;   ///< the lifted statement
+  std::string query;  ///< the same, with the key's columns added where it lacks them
+  std::size_t query_hash = 0;
   ResultColumnsPtr columns;        ///< those that the statement selects itself
   std::string table;               ///< as it stands in a statement; empty where rows cannot be written
   std::vector<std::string> names;  ///< of the columns, as they stand in a statement
@@ -28,6 +30,7 @@ struct TablePlan {
 using TablePlanPtr = std::shared_ptr<const TablePlan>;
 
 /// The plan for a lifted statement. Checks the statement by preparing it.
-TablePlanPtr make_table_plan(std::string_view text, StatementCache& statements, DriverConnection& connection);
+TablePlanPtr make_table_plan(const StatementText& text, StatementCache& statements,
+                             DriverConnection& connection);
 
 }  // namespace pradelis::dataaccess

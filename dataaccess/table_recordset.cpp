@@ -30,6 +30,7 @@ void TableRecordset::prepare(const std::string& sql, std::size_t limit) {
   limit_ = limit;
   LiveConnection& live = connection().live();
   live.lifter().lift(sql_, live.connection().dialect());
+  parameters_ = keep(live.lifter().values());
   plan_ = live.table_plan(live.lifter().text());
   if (!plan_->columns->empty()) open(plan_->columns);
 }
@@ -37,11 +38,10 @@ void TableRecordset::prepare(const std::string& sql, std::size_t limit) {
 void TableRecordset::ask_for_rows() {
   if (asked_) return;
   try {
-    LiveConnection& live = connection().live();
-    live.lifter().lift(sql_, live.connection().dialect());
-    const std::span<const Cell> values = keep(live.lifter().values());
+    connection().live();
     TraceLine trace(sql_);
-    rows_.begin(connection().run(plan_->query, values), ResultRows::Reading::InBlocks, limit_);
+    begin_rows(connection().run({plan_->query, plan_->query_hash}, parameters_),
+               ResultRows::Reading::InBlocks, limit_);
     rows_.next();
     if (!rows_.standing()) trace.set_rows(static_cast<std::int64_t>(rows_.rows_read()));
   } catch (const Error& failure) {

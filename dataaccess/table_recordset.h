@@ -57,6 +57,7 @@ class TableRecordset final : public OpenRecordset {
   void add_key(std::string& sql, std::vector<Cell>& values) const;
 
   std::string sql_;
+  std::span<const Cell> parameters_;  // kept in this object
   TablePlanPtr plan_;
   std::size_t limit_ = 0;
   bool asked_ = false;   // the query has run

@@ -70,9 +70,12 @@ class Variant {
   /// Array, ObjectPtr, ...). Nothing is converted; asking for a type that is not held raises
   /// error 13. The functions of `values/convert.h` convert.
   template <class T>
-  const T& get() const;
+  const T& get() const&;
   template <class T>
-  T& get();
+  T& get() &;
+  /// Of a variant that ends: the value is moved out of it.
+  template <class T>
+  T get() &&;
 
   /// Same type and same value; objects compare by identity. Not the platform's "=" operator.
   friend bool operator==(const Variant&, const Variant&) = default;
@@ -98,14 +101,20 @@ class Variant {
 [[noreturn]] void raise_type_mismatch();
 
 template <class T>
-const T& Variant::get() const {
+const T& Variant::get() const& {
   if (const T* held = std::get_if<T>(&value_)) return *held;
   raise_type_mismatch();
 }
 
 template <class T>
-T& Variant::get() {
+T& Variant::get() & {
   if (T* held = std::get_if<T>(&value_)) return *held;
+  raise_type_mismatch();
+}
+
+template <class T>
+T Variant::get() && {
+  if (T* held = std::get_if<T>(&value_)) return std::move(*held);
   raise_type_mismatch();
 }
 

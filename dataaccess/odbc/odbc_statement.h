@@ -28,7 +28,9 @@ class OdbcStatement : public DriverStatement {
   void run(std::int16_t seconds) override;
   bool fetch() override;
   void renew_time() noexcept override {}
-  Cell cell(std::size_t column) override { return reader_->cell(column); }
+  void read(std::size_t first, std::span<Cell> cells) override {
+    for (Cell& cell : cells) cell = reader_->cell(first++);
+  }
   std::int64_t rows_changed() override;
   void reset() noexcept override;
 

@@ -104,7 +104,7 @@ std::vector<std::string> SqliteConnection::names(std::string_view sql, std::stri
   query.bind(0, Cell::of(table));
   query.run(0);
   std::vector<std::string> found;
-  while (query.fetch()) found.emplace_back(query.cell(0).text());
+  for (Cell name; query.fetch(); found.emplace_back(name.text())) query.read(0, {&name, 1});
   return found;
 }
 

@@ -24,6 +24,27 @@ bool is_blank(std::string_view sql) noexcept {
   return token.kind == TokenKind::End;
 }
 
+// Only the connection's own thread uses its values, which is what these calls ask for.
+Cell cell_of(sqlite3_value* value) noexcept {
+  switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+      return Cell::of(std::int64_t{sqlite3_value_int64(value)});
+    case SQLITE_FLOAT:
+      return Cell::of(sqlite3_value_double(value));
+    case SQLITE_TEXT: {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+      return Cell::of(std::string_view(text, static_cast<std::size_t>(sqlite3_value_bytes(value))));
+    }
+    case SQLITE_BLOB: {
+      const auto* data = static_cast<const char*>(sqlite3_value_blob(value));
+      return Cell::of(std::string_view(data, static_cast<std::size_t>(sqlite3_value_bytes(value))),
+                      CellKind::Bytes);
+    }
+    default:
+      return Cell::null();
+  }
+}
+
 }  // namespace
 
 void Shared::fail(int code) {
@@ -127,27 +148,9 @@ bool Statement::fetch() {
   return found;
 }
 
-Cell Statement::cell(std::size_t column) {
-  sqlite3_stmt* statement = handle_.get();
-  const int index = static_cast<int>(column);
-  switch (sqlite3_column_type(statement, index)) {
-    case SQLITE_INTEGER:
-      return Cell::of(std::int64_t{sqlite3_column_int64(statement, index)});
-    case SQLITE_FLOAT:
-      return Cell::of(sqlite3_column_double(statement, index));
-    case SQLITE_TEXT: {
-      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
-      return Cell::of(
-          std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(statement, index))));
-    }
-    case SQLITE_BLOB: {
-      const auto* data = static_cast<const char*>(sqlite3_column_blob(statement, index));
-      const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, index));
-      return Cell::of(std::string_view(data, size), CellKind::Bytes);
-    }
-    default:
-      return Cell::null();
-  }
+void Statement::read(std::size_t first, std::span<Cell> cells) {
+  int column = static_cast<int>(first);
+  for (Cell& cell : cells) cell = cell_of(sqlite3_column_value(handle_.get(), column++));
 }
 
 }  // namespace pradelis::dataaccess::sqlite

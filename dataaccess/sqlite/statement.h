@@ -42,7 +42,7 @@ class Statement final : public DriverStatement {
   void run(std::int16_t seconds) override;
   bool fetch() override;
   void renew_time() noexcept override { fresh_time_ = true; }
-  Cell cell(std::size_t column) override;
+  void read(std::size_t first, std::span<Cell> cells) override;
   std::int64_t rows_changed() override { return rows_changed_; }
   void reset() noexcept override { sqlite3_reset(handle_.get()); }
 

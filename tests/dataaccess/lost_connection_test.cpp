@@ -37,7 +37,7 @@ class FragileStatement final : public DriverStatement {
     return real_->fetch();
   }
   void renew_time() noexcept override { real_->renew_time(); }
-  Cell cell(std::size_t column) override { return real_->cell(column); }
+  void read(std::size_t first, std::span<Cell> cells) override { real_->read(first, cells); }
   std::int64_t rows_changed() override { return real_->rows_changed(); }
   void reset() noexcept override {
     count(false);
