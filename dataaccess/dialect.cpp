@@ -16,10 +16,11 @@ namespace {
 constexpr FunctionName sqlite_functions[] = {
     {"isnull", "ifnull", true},
     {"upper", "maiuscula", false},
+    {"datalength", "length"},
 };
 
-constexpr FunctionName common_functions[] = {{"isnull", "coalesce"}};
-constexpr FunctionName oracle_functions[] = {{"isnull", "nvl"}};
+constexpr FunctionName common_functions[] = {{"isnull", "coalesce"}, {"datalength", "octet_length"}};
+constexpr FunctionName oracle_functions[] = {{"isnull", "nvl"}, {"datalength", "dbms_lob.getlength"}};
 
 // Whether the present place is in a select list or a sort or group key, at any depth.
 class Place {

@@ -14,8 +14,6 @@
 namespace pradelis::site {
 namespace {
 
-constexpr const char* session_cookie = "pradelis_sessao";
-
 std::string error_message(int status) {
   switch (status) {
     case 400:
@@ -142,6 +140,19 @@ void Context::send_csv(const std::string& name, std::string csv) {
   response_.headers.emplace_back("Content-Disposition",
                                  "attachment; filename=\"" + name + "-" + iso_day(today()) + ".csv\"");
   response_.body = std::move(csv);
+}
+
+void Context::send_file(const std::string& name, std::string content) {
+  std::string plain;
+  for (const char c : name) {
+    const bool safe = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                      std::string_view(" .-_()").find(c) != std::string_view::npos;
+    plain += safe ? c : '_';
+  }
+  response_.content_type = "application/octet-stream";
+  response_.headers.emplace_back(
+      "Content-Disposition", "attachment; filename=\"" + plain + "\"; filename*=UTF-8''" + url_encode(name));
+  response_.body = std::move(content);
 }
 
 void Context::redirect(const std::string& address, const std::string& message) {

@@ -79,6 +79,8 @@ class Context {
   void send_json(std::string json);
   /// Answers with a file that the browser saves as NAME-aaaa-mm-dd.csv.
   void send_csv(const std::string& name, std::string csv);
+  /// Answers with a file to keep, never to be shown or run by the browser.
+  void send_file(const std::string& name, std::string content);
   /// Answers with an error page.
   void show_error(int status);
 

@@ -120,6 +120,7 @@ void Field::take(const Parameters& typed) {
 
 void Field::check() {
   error_.clear();
+  if (kind_ == Kind::File) return;
   if (blank()) {
     if (required_) error_ = kind_ == Kind::Choice ? "Escolha uma opção." : "Preencha este campo.";
     return;
@@ -146,6 +147,7 @@ void Field::check_one(const std::string& text) {
       if (text.find_first_of("\r\n\t") != std::string::npos) error_ = "Escreva em uma só linha.";
       break;
     case Kind::Area:
+    case Kind::File:
       break;
   }
   if (character_count(text) > limit_) {
@@ -163,7 +165,9 @@ View Field::view(bool focused) const {
   view.flag("is_text", kind_ == Kind::Text).flag("is_area", kind_ == Kind::Area);
   view.flag("is_password", kind_ == Kind::Password).flag("is_date", kind_ == Kind::Date);
   view.flag("is_money", kind_ == Kind::Money).flag("is_choice", kind_ == Kind::Choice);
-  view.flag("is_checks", kind_ == Kind::Checks).flag("described", !hint_.empty() || !error_.empty());
+  view.flag("is_file", kind_ == Kind::File)
+      .flag("is_checks", kind_ == Kind::Checks)
+      .flag("described", !hint_.empty() || !error_.empty());
   view.optional("keyboard", keyboard_).optional("suggestions", suggestions_).optional("hint", hint_);
   view.optional("invalid", error_).set("blank", required_ ? "Escolha…" : "—");
   std::vector<View> options;
@@ -198,6 +202,10 @@ Field& Form::choice(std::string name, std::string label, std::vector<Option> opt
 }
 Field& Form::checks(std::string name, std::string label, std::vector<Option> options) {
   return add(Field::Kind::Checks, std::move(name), std::move(label), std::move(options));
+}
+
+Field& Form::file(std::string name, std::string label) {
+  return add(Field::Kind::File, std::move(name), std::move(label)).required();
 }
 
 bool Form::has(std::string_view name) const {
@@ -261,6 +269,8 @@ View Form::view() const {
     if (field.error_.empty()) continue;
     errors.push_back(View().set("name", field.name_).set("label", field.label_).set("error", field.error_));
   }
+  view.flag("has_file", std::any_of(fields_.begin(), fields_.end(),
+                                    [](const Field& field) { return field.kind_ == Field::Kind::File; }));
   view.flag("refused", refused()).optional("error", error_).flag("has_errors", !errors.empty());
   return view.list("fields", std::move(fields)).list("errors", std::move(errors));
 }

@@ -30,7 +30,7 @@ void keep_option(std::vector<Option>& options, std::int32_t id, const std::strin
 /// One question of a form. The setters give the field back, so that they can be chained.
 class Field {
  public:
-  enum class Kind { Text, Area, Password, Date, Money, Choice, Checks };
+  enum class Kind { Text, Area, Password, Date, Money, Choice, Checks, File };
 
   Field(Kind kind, std::string name, std::string label, std::vector<Option> options = {});
 
@@ -88,6 +88,9 @@ class Form {
   Field& choice(std::string name, std::string label, std::vector<Option> options);
   /// Any number of `options`.
   Field& checks(std::string name, std::string label, std::vector<Option> options);
+
+  /// A file; the page takes it from the request's uploads and says what is wrong with it.
+  Field& file(std::string name, std::string label);
 
   bool has(std::string_view field) const;
 

@@ -5,13 +5,16 @@
 #include <algorithm>
 #include <thread>
 
+#include "site/multipart.h"
 #include "site/site.h"
 #include "values/text.h"
 
 namespace pradelis::site {
 namespace {
 
-constexpr std::size_t largest_form = 512 * 1024;
+// The library's own parser of forms with files breaks names at semicolons and may run out of stack on long
+// lines: bodies are read plain, under this name for their type.
+constexpr const char* multipart_header = "Pradelis-Multipart";
 constexpr int fewest_threads = 16;
 // Idle connections hold a thread each: browsers open new ones fast enough.
 constexpr time_t keep_alive_seconds = 2;
@@ -55,12 +58,35 @@ Request convert(const httplib::Request& from, bool behind_proxy) {
   return request;
 }
 
+bool has_type(const httplib::Request& request, std::string_view type) {
+  return equal_ignoring_case(
+      std::string_view(request.get_header_value("Content-Type")).substr(0, type.size()), type);
+}
+
+void hide_multipart(httplib::Headers& headers) {
+  const auto type = headers.find("Content-Type");
+  const std::string value = type == headers.end() ? std::string() : type->second;
+  headers.erase(multipart_header);
+  if (!equal_ignoring_case(std::string_view(value).substr(0, 10), "multipart/")) return;
+  headers.erase("Content-Type");
+  headers.emplace(multipart_header, value);
+}
+
 void answer(httplib::Response& to, Response from) {
   to.status = from.status;
   for (const auto& [name, value] : from.headers) to.headers.emplace(name, value);
   if (from.status == 303) return;
   to.headers.emplace("Content-Type", from.content_type);
   to.body = std::move(from.body);
+}
+
+void read_form(const httplib::Request& from, const std::string& multipart, const std::string& body,
+               Request& request) {
+  if (!multipart.empty()) {
+    request.malformed = !parse_multipart(multipart, body, request.form, request.uploads);
+  } else if (has_type(from, "application/x-www-form-urlencoded")) {
+    request.form = Parameters::parse(body);
+  }
 }
 
 }  // namespace
@@ -81,22 +107,26 @@ struct Host::Server {
 /// larger than they may be are not kept.
 void Host::Server::receive(const httplib::Request& from, httplib::Response& to,
                            const httplib::ContentReader& reader) {
+  Request request = convert(from, options.behind_proxy);
+  const std::string multipart = from.get_header_value(multipart_header);
+  const std::size_t limit = multipart.empty() ? largest_form : site.largest_body(request);
   std::string body;
   std::size_t size = 0;
   reader([&](const char* data, std::size_t length) {
     size += length;
-    if (size <= largest_form) body.append(data, length);
+    if (size <= limit) body.append(data, length);
     return true;
   });
-  Request request = convert(from, options.behind_proxy);
-  const bool form = from.get_header_value("Content-Type").starts_with("application/x-www-form-urlencoded");
-  request.oversized = size > largest_form;
-  if (form && !request.oversized) request.form = Parameters::parse(body);
+  request.oversized = size > limit;
+  if (!request.oversized) read_form(from, multipart, body, request);
+  body = {};
   answer(to, site.answer(request));
 }
 
 void Host::Server::add_handlers() {
   http.set_pre_routing_handler([this](const httplib::Request& from, httplib::Response& to) {
+    // The library calls this before it reads the body, and its request is no constant.
+    hide_multipart(const_cast<httplib::Headers&>(from.headers));
     const bool has_body = from.method != "GET" && from.method != "HEAD" && from.method != "OPTIONS";
     if (has_body) return httplib::Server::HandlerResponse::Unhandled;
     answer(to, site.answer(convert(from, options.behind_proxy)));

@@ -14,6 +14,8 @@ class Parameters {
   /// Takes "a=1&b=x%20y" apart. Broken percent signs stand for themselves.
   static Parameters parse(std::string_view encoded);
 
+  void add(std::string name, std::string value) { values_.emplace_back(std::move(name), std::move(value)); }
+
   /// The first value of this name, or the empty text.
   const std::string& get(std::string_view name) const;
   /// All values of this name.

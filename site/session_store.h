@@ -14,6 +14,9 @@
 
 namespace pradelis::site {
 
+/// The cookie that holds the secret name of a visitor's session.
+inline constexpr const char* session_cookie = "pradelis_sessao";
+
 /// Who is logged in, as read when he logged in or when groups last changed. Never changed: a new one
 /// takes its place.
 struct User {

@@ -69,6 +69,7 @@ Site::Site(ApplicationSettings settings) : settings_(std::move(settings)) {
   add_activity_pages(router_);
   add_agenda_pages(router_);
   add_product_pages(router_);
+  add_file_pages(router_);
   add_team_pages(router_);
   add_city_pages(router_);
   add_list_pages(router_);
@@ -81,6 +82,12 @@ Response Site::answer(const Request& request) {
   add_security_headers(response, false);
   close_idle_sessions();
   return response;
+}
+
+std::size_t Site::largest_body(const Request& request) {
+  const auto cookie = request.cookies.find(session_cookie);
+  const bool known = cookie != request.cookies.end() && sessions_.find(cookie->second);
+  return known ? largest_form + largest_file : largest_form;
 }
 
 void Site::answer_page(const Request& request, Response& response) {
@@ -98,6 +105,7 @@ void Site::run(const Request& request, Response& response, Apartment& apartment)
   Context context(*this, request, response, apartment);
   guarded(context, request, [&] {
     if (request.oversized) throw Refusal{413};
+    if (request.malformed) throw Refusal{400};
     if (!request.query.well_formed() || !request.form.well_formed()) throw Refusal{400};
     const bool known = context.find_session();
     const Router::Match match = router_.find(request.method, request.path);

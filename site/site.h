@@ -21,6 +21,8 @@ class Site {
 
   /// The page that was asked for, with all headers; failures become error pages.
   Response answer(const Request& request);
+  /// The most bytes that a request with files may send: files come only from those who are logged in.
+  std::size_t largest_body(const Request& request);
   /// Ends all sessions, in the database too. For the end of the program.
   void close();
 

@@ -7,10 +7,44 @@ addEventListener("submit", (event) => {
   if (form.method !== "post") return;
   if (form.dataset.sent) return event.preventDefault();
   form.dataset.sent = "yes";
+  if ("upload" in form.dataset) sendFiles(form, event);
   for (const button of form.querySelectorAll("button[type=submit]")) {
     setTimeout(() => { button.disabled = true; });
   }
 });
+// A form with a file shows how far it has come, and puts the page that follows in its place.
+function sendFiles(form, event) {
+  const chosen = form.querySelector("input[type=file]").files[0];
+  if (!chosen) return;
+  event.preventDefault();
+  const progress = form.querySelector(".progress");
+  const [bar, text] = progress.children;
+  const tell = (message) => { progress.hidden = false; text.textContent = message; };
+  const give_up = (message) => {
+    tell(message);
+    delete form.dataset.sent;
+    for (const button of form.querySelectorAll("button[disabled]")) button.disabled = false;
+  };
+  const request = new XMLHttpRequest();
+  request.open("POST", form.action);
+  request.responseType = "document";
+  request.upload.addEventListener("progress", (sent) => {
+    bar.value = sent.loaded / sent.total;
+    tell(Math.floor(100 * sent.loaded / sent.total) + "%");
+  });
+  request.addEventListener("error", () => give_up("O envio foi interrompido. Tente de novo."));
+  request.addEventListener("load", () => {
+    if (request.status === 413) return give_up("O arquivo é grande demais. O limite é de 20 MB.");
+    const page = request.response;
+    if (!page) return give_up("O arquivo não pôde ser enviado. Tente de novo.");
+    if (request.responseURL !== form.action) history.pushState(null, "", request.responseURL);
+    document.title = page.title;
+    document.querySelector("main").replaceWith(document.adoptNode(page.querySelector("main")));
+    document.querySelector("main").focus();
+  });
+  request.send(new FormData(form));
+}
+
 // A page that comes back from the browser's memory can be sent again.
 addEventListener("pageshow", () => {
   for (const form of document.forms) {

@@ -2,6 +2,7 @@
 #include "site/company_data.h"
 #include "site/context.h"
 #include "site/deal_data.h"
+#include "site/file_data.h"
 #include "site/pages/pages.h"
 #include "site/rows.h"
 #include "values/text.h"
@@ -59,6 +60,8 @@ void show_company(Context& context) {
   view.flag("no_contacts", contacts.empty()).list("contacts", std::move(contacts));
   view.flag("no_deals", deals.empty()).list("deals", std::move(deals));
   view.flag("no_activities", activities.empty()).list("activities", std::move(activities));
+  auto files = file_views(context, company.id);
+  view.flag("no_files", files.empty()).list("files", std::move(files));
   context.show("company", company.name, "empresas", std::move(view));
 }
 

@@ -2,6 +2,7 @@
 #include "site/company_data.h"
 #include "site/context.h"
 #include "site/deal_data.h"
+#include "site/file_data.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
 #include "values/clock.h"
@@ -33,6 +34,8 @@ void show_deal(Context& context) {
   auto activities = deal_activities(context, deal.id);
   view.set("id", std::to_string(deal.id));
   view.flag("no_activities", activities.empty()).list("activities", std::move(activities));
+  auto files = file_views(context, deal.id);
+  view.flag("no_files", files.empty()).list("files", std::move(files));
   context.show("deal", deal.name, "negocios", std::move(view));
 }
 

@@ -20,6 +20,7 @@ void add_deal_state_pages(Router& router);
 void add_activity_pages(Router& router);
 void add_agenda_pages(Router& router);
 void add_product_pages(Router& router);
+void add_file_pages(Router& router);
 void add_team_pages(Router& router);
 void add_city_pages(Router& router);
 void add_list_pages(Router& router);

@@ -15,6 +15,7 @@ class EveryPage : public SiteTest {
     deal_ = add_deal(ana_visitor_, company_, "Reforma");
     activity_ = add_activity(ana_visitor_, company_, deal_, "Ligar de novo");
     logged_in("helena").post("/produtos/novo", {{"nome", "Balcão"}});
+    file_ = add_file(ana_visitor_, company_, "notas.txt", "texto");
   }
 
   std::string address(const std::string& pattern) const {
@@ -22,6 +23,7 @@ class EveryPage : public SiteTest {
                                 : pattern.starts_with("/equipe")     ? east_
                                 : pattern.starts_with("/atividades") ? activity_
                                 : pattern.starts_with("/produtos")   ? product
+                                : pattern.starts_with("/arquivos")   ? file_
                                                                      : company_;
     std::string address = pattern;
     for (const std::int32_t id : {record, contact_}) {
@@ -33,7 +35,7 @@ class EveryPage : public SiteTest {
 
   Visitor ana_visitor_ = logged_in("ana");
   static constexpr std::int32_t product = 1;
-  std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0;
+  std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0, file_ = 0;
 };
 
 TEST_F(EveryPage, ShowsAndChangesNothingWhenItIsOnlyLookedAt) {

@@ -13,6 +13,7 @@ class Visibility : public SiteTest {
     contact_ = add_contact(ana_visitor_, company_, "Rita Nunes");
     deal_ = add_deal(ana_visitor_, company_, "Reforma da loja");
     activity_ = add_activity(ana_visitor_, company_, deal_, "Pediu amostra", {{"proximo", "2099-01-04"}});
+    file_ = add_file(ana_visitor_, company_, "notas.txt", "texto da Rita");
   }
 
   /// All addresses that name Ana's records.
@@ -23,6 +24,7 @@ class Visibility : public SiteTest {
       if (place == std::string::npos || route.pattern.starts_with("/equipe")) continue;
       const std::int32_t record = route.pattern.starts_with("/negocios")     ? deal_
                                   : route.pattern.starts_with("/atividades") ? activity_
+                                  : route.pattern.starts_with("/arquivos")   ? file_
                                                                              : company_;
       route.pattern.replace(place, 2, to_text(record));
       place = route.pattern.find("{}");
@@ -33,7 +35,7 @@ class Visibility : public SiteTest {
   }
 
   Visitor ana_visitor_ = logged_in("ana");
-  std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0;
+  std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0, file_ = 0;
 };
 
 TEST_F(Visibility, KeepsOthersFromGuessedAddresses) {

@@ -47,7 +47,13 @@ site::Response Visitor::get(const std::string& target) {
   return answer(std::move(request));
 }
 
-site::Response Visitor::send(const std::string& target, const Fields& fields) {
+site::Response Visitor::post_file(const std::string& target, const std::string& name,
+                                  const std::string& content) {
+  return send(target, {{"_token", secret_}}, {{"arquivo", name, content}});
+}
+
+site::Response Visitor::send(const std::string& target, const Fields& fields,
+                             std::vector<site::Upload> uploads) {
   std::string form;
   for (const auto& [name, value] : fields)
     form += site::url_encode(name) + "=" + site::url_encode(value) + "&";
@@ -55,6 +61,7 @@ site::Response Visitor::send(const std::string& target, const Fields& fields) {
   request.method = "POST";
   request.target = target;
   request.form = site::Parameters::parse(form);
+  request.uploads = std::move(uploads);
   return answer(std::move(request));
 }
 
@@ -169,6 +176,14 @@ std::int32_t SiteTest::add_activity(Visitor& visitor, std::int32_t company, std:
   const site::Response response = visitor.post(concat("/empresas/", company, "/atividades/nova"), fields);
   EXPECT_EQ(response.status, 303) << response.body;
   return number("select max(oid) from crm_atividade");
+}
+
+std::int32_t SiteTest::add_file(Visitor& visitor, std::int32_t company, const std::string& name,
+                                const std::string& content) {
+  const site::Response response =
+      visitor.post_file(concat("/empresas/", company, "/arquivos/novo"), name, content);
+  EXPECT_EQ(response.status, 303) << response.body;
+  return number("select max(id) from crm_arquivo");
 }
 
 }  // namespace pradelis::tests

@@ -25,7 +25,10 @@ class Visitor {
   /// Sends a form with the secret of the last page that had one.
   site::Response post(const std::string& target, Fields fields = {});
   /// Sends a form exactly as it is.
-  site::Response send(const std::string& target, const Fields& fields);
+  site::Response send(const std::string& target, const Fields& fields,
+                      std::vector<site::Upload> uploads = {});
+  /// As `post`, with a file in the field "arquivo".
+  site::Response post_file(const std::string& target, const std::string& name, const std::string& content);
   /// The page that a redirection leads to.
   site::Response follow(const site::Response& response);
 
@@ -67,6 +70,8 @@ class SiteTest : public ::testing::Test {
   /// Logs an activity on a company, or on one of its deals; `more` plans the next contact.
   std::int32_t add_activity(Visitor& visitor, std::int32_t company, std::int32_t deal,
                             const std::string& note, Fields more = {});
+  std::int32_t add_file(Visitor& visitor, std::int32_t company, const std::string& name,
+                        const std::string& content);
   std::int32_t number(const std::string& sql);
   /// Changes whenever anything was written to the database.
   std::int32_t version() { return number("pragma data_version"); }

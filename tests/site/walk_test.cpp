@@ -1,74 +1,10 @@
-#include <httplib.h>
-
 #include <future>
-#include <regex>
-#include <thread>
 
-#include "site/host.h"
-#include "tests/site/visitor.h"
+#include "tests/site/walk.h"
 #include "values/text.h"
 
 namespace pradelis::tests {
 namespace {
-
-/// The site on a free port of this machine, and a browser that talks to it.
-class Walk : public SiteTest {
- protected:
-  Walk() {
-    options_.port = 0;
-    options_.threads = 4;
-    host_ = std::make_unique<site::Host>(site_, options_);
-    EXPECT_TRUE(host_->bind());
-    listener_ = std::thread([this] { host_->run(); });
-    browser_ = std::make_unique<httplib::Client>("127.0.0.1", host_->port());
-  }
-  ~Walk() override { stop(); }
-
-  void stop() {
-    if (!listener_.joinable()) return;
-    host_->stop();
-    listener_.join();
-  }
-
-  httplib::Headers headers() const {
-    return cookie_.empty() ? httplib::Headers() : httplib::Headers{{"Cookie", cookie_}};
-  }
-
-  std::string get(const std::string& target) {
-    const auto response = browser_->Get(target, headers());
-    EXPECT_TRUE(response && response->status == 200) << target;
-    if (!response) return {};
-    remember(*response);
-    return response->body;
-  }
-
-  /// Opens a form, fills it in and sends it; gives the address that it leads to.
-  std::string submit(const std::string& target, Fields fields) {
-    const std::string page = get(target);
-    std::smatch secret;
-    EXPECT_TRUE(std::regex_search(page, secret, std::regex("name=\"_token\" value=\"([0-9a-f]+)\"")));
-    httplib::Params params = {{"_token", secret[1]}};
-    params.insert(fields.begin(), fields.end());
-    const auto response = browser_->Post(target, headers(), params);
-    EXPECT_TRUE(response && response->status == 303) << target << (response ? response->body : "");
-    if (!response) return {};
-    remember(*response);
-    return response->get_header_value("Location");
-  }
-
-  void remember(const httplib::Response& response) {
-    if (response.has_header("Set-Cookie")) {
-      const std::string cookie = response.get_header_value("Set-Cookie");
-      cookie_ = cookie.substr(0, cookie.find(';'));
-    }
-  }
-
-  site::ServeOptions options_;
-  std::unique_ptr<site::Host> host_;
-  std::thread listener_;
-  std::unique_ptr<httplib::Client> browser_;
-  std::string cookie_;
-};
 
 TEST_F(Walk, FromLoginToAClosedDeal) {
   EXPECT_EQ(submit("/entrar", {{"usuario", "ana"}, {"senha", password}}), "/");
