@@ -1,11 +1,11 @@
 # Writes a C++ source that holds the site's templates and assets, so that the program runs from anywhere:
 #   cmake -DOUTPUT=embedded.cpp -DSITE=dir -P embed.cmake
-function(embed_folder function pattern result)
-  file(GLOB files ${SITE}/${pattern})
+function(embed_folder function folder result)
+  file(GLOB_RECURSE files ${SITE}/${folder}/*)
   list(SORT files)
   set(entries)
   foreach(file IN LISTS files)
-    get_filename_component(name ${file} NAME)
+    file(RELATIVE_PATH name ${SITE}/${folder} ${file})
     string(REPLACE ".mustache" "" name ${name})
     file(READ ${file} content HEX)
     string(REGEX REPLACE "(..)" "\\\\x\\1" content "${content}")
@@ -18,8 +18,8 @@ function(embed_folder function pattern result)
   return files;\n}\n" PARENT_SCOPE)
 endfunction()
 
-embed_folder(embedded_templates templates/*.mustache templates)
-embed_folder(embedded_assets assets/* assets)
+embed_folder(embedded_templates templates templates)
+embed_folder(embedded_assets assets assets)
 file(WRITE ${OUTPUT} "// Made by cmake/embed.cmake.
 #include \"site/embedded.h\"\n
 namespace pradelis::site {\n

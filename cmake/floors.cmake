@@ -55,8 +55,8 @@ target_link_libraries(pradelis_httplib INTERFACE ${HTTPLIB_LIBRARY} Threads::Thr
 
 pradelis_folder(pradelis_site FOLDERS site site/pages
   USES pradelis_component PRIVATE_USES mstch::mstch pradelis_httplib Threads::Threads)
-file(GLOB site_files CONFIGURE_DEPENDS
-  ${PROJECT_SOURCE_DIR}/site/templates/*.mustache ${PROJECT_SOURCE_DIR}/site/assets/*)
+file(GLOB_RECURSE site_files CONFIGURE_DEPENDS
+  ${PROJECT_SOURCE_DIR}/site/templates/* ${PROJECT_SOURCE_DIR}/site/assets/*)
 add_custom_command(
   OUTPUT ${PROJECT_BINARY_DIR}/embedded.cpp
   COMMAND ${CMAKE_COMMAND} -DOUTPUT=${PROJECT_BINARY_DIR}/embedded.cpp -DSITE=${PROJECT_SOURCE_DIR}/site

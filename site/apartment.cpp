@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "component/web_objects.h"
+#include "site/component_html.h"
 #include "values/error.h"
 #include "values/text.h"
 
@@ -67,6 +68,8 @@ Variant Apartment::session_value(const std::string& name) const {
   if (information_ == nullptr || !equal_ignoring_case(name, "InformacoesUsuario")) return {};
   return *information_;
 }
+
+std::string take_component_html() { return serving().take_written(); }
 
 std::string Apartment::take_written() { return std::exchange(written_, {}); }
 

@@ -100,6 +100,7 @@ UserPtr Context::log_out() {
 View Context::frame(const std::string& title, const std::string& area) {
   View view;
   view.set("title", title).set("style", asset_address("site.css")).set("script", asset_address("site.js"));
+  view.set("component_script", asset_address("component.js"));
   view.set("icon", asset_address("icone.svg")).flag("logged_in", logged_in());
   if (!logged_in()) return view;
   view.set("token", token()).set("user_name", user().maintenance ? "Manutenção" : user().name);

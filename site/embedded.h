@@ -8,7 +8,7 @@
 namespace pradelis::site {
 
 struct EmbeddedFile {
-  std::string_view name;  ///< file name; templates without ".mustache"
+  std::string_view name;  ///< path below its folder; templates without ".mustache"
   std::string_view content;
   std::string_view version;  ///< digest of the content
 };

@@ -7,6 +7,7 @@
 #include "component/crm.h"
 #include "site/format.h"
 #include "site/identifiers.h"
+#include "site/typed_values.h"
 #include "values/convert.h"
 #include "values/text.h"
 
@@ -14,20 +15,10 @@ namespace pradelis::site {
 namespace {
 
 constexpr double largest_amount = 99'999'999'999'999.0;
-constexpr std::int32_t first_year = 1900;
-constexpr std::int32_t last_year = 2100;
 
 std::size_t character_count(std::string_view text) {
   return static_cast<std::size_t>(std::count_if(
       text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
-}
-
-std::optional<Date> parse_day(std::string_view text) {
-  const auto date = parse_date(text);
-  if (!date) return std::nullopt;
-  const DateParts parts = parts_of(*date);
-  if (parts.year < first_year || parts.year > last_year) return std::nullopt;
-  return make_date({parts.year, parts.month, parts.day, 0, 0, 0, 0});
 }
 
 bool is_amount(const std::string& text) {

@@ -70,6 +70,9 @@ Site::Site(ApplicationSettings settings) : settings_(std::move(settings)) {
   add_agenda_pages(router_);
   add_product_pages(router_);
   add_file_pages(router_);
+  add_extra_field_pages(router_);
+  add_extra_field_admin_pages(router_);
+  add_category_pages(router_);
   add_team_pages(router_);
   add_city_pages(router_);
   add_list_pages(router_);

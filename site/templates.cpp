@@ -48,6 +48,7 @@ const std::map<std::string, std::string, std::less<>>& pages() {
 std::string_view content_type(std::string_view name) {
   if (name.ends_with(".css")) return "text/css; charset=utf-8";
   if (name.ends_with(".js")) return "text/javascript; charset=utf-8";
+  if (name.ends_with(".gif")) return "image/gif";
   if (name.ends_with(".svg")) return "image/svg+xml";
   return "application/octet-stream";
 }

@@ -12,7 +12,7 @@ namespace pradelis::dataaccess::schema {
 
 /// Version of this description. A change to it raises the number; `initialise` brings older databases
 /// up to it, adding what they lack.
-inline constexpr std::int32_t current_version = 1;
+inline constexpr std::int32_t current_version = 2;
 
 enum class Type : std::uint8_t {
   Key,              ///< 32-bit key that the writer gives

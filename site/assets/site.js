@@ -41,6 +41,7 @@ function sendFiles(form, event) {
     document.title = page.title;
     document.querySelector("main").replaceWith(document.adoptNode(page.querySelector("main")));
     document.querySelector("main").focus();
+    dispatchEvent(new Event("pradelis:page"));
   });
   request.send(new FormData(form));
 }

@@ -1,7 +1,9 @@
 #include "site/activity_data.h"
+#include "site/category_data.h"
 #include "site/company_data.h"
 #include "site/context.h"
 #include "site/deal_data.h"
+#include "site/extra_field_data.h"
 #include "site/file_data.h"
 #include "site/pages/pages.h"
 #include "site/rows.h"
@@ -62,6 +64,16 @@ void show_company(Context& context) {
   view.flag("no_activities", activities.empty()).list("activities", std::move(activities));
   auto files = file_views(context, company.id);
   view.flag("no_files", files.empty()).list("files", std::move(files));
+  std::vector<View> categories;
+  for (const Option& category : categories_of(context.crm(), company.id)) {
+    categories.push_back(View().set("category", category.label));
+  }
+  view.list("categories", std::move(categories));
+  if (const auto fields = read_extra_fields(context.crm(), false); !fields.empty()) {
+    view.flag("has_fields");
+    add_extra_fields(view, extra_field_rows(context, fields, company.id),
+                     stored_extra_fields(context, fields, company.id));
+  }
   context.show("company", company.name, "empresas", std::move(view));
 }
 

@@ -21,6 +21,10 @@ void add_activity_pages(Router& router);
 void add_agenda_pages(Router& router);
 void add_product_pages(Router& router);
 void add_file_pages(Router& router);
+/// The extra fields and the categories of one company, and what the maintenance user keeps of both.
+void add_extra_field_pages(Router& router);
+void add_extra_field_admin_pages(Router& router);
+void add_category_pages(Router& router);
 void add_team_pages(Router& router);
 void add_city_pages(Router& router);
 void add_list_pages(Router& router);

@@ -15,6 +15,13 @@ class EveryPage : public SiteTest {
     deal_ = add_deal(ana_visitor_, company_, "Reforma");
     activity_ = add_activity(ana_visitor_, company_, deal_, "Ligar de novo");
     logged_in("helena").post("/produtos/novo", {{"nome", "Balcão"}});
+    Visitor keeper = logged_in("TARVONEL");
+    keeper.post("/campos/listas/nova", {{"nome", "Porte"}});
+    list_ = number("select max(oid) from listadeobjetos");
+    keeper.post("/campos/novo", {{"rotulo", "Porte"}, {"tipo", "2"}, {"lista", to_text(list_)}});
+    field_ = number("select max(oid) from dadoadicional");
+    keeper.post("/categorias/nova", {{"nome", "Comércio"}});
+    category_ = number("select max(oid) from categoria");
     file_ = add_file(ana_visitor_, company_, "notas.txt", "texto");
   }
 
@@ -24,6 +31,9 @@ class EveryPage : public SiteTest {
                                 : pattern.starts_with("/atividades") ? activity_
                                 : pattern.starts_with("/produtos")   ? product
                                 : pattern.starts_with("/arquivos")   ? file_
+                                : pattern.starts_with("/campos/l")   ? list_
+                                : pattern.starts_with("/campos")     ? field_
+                                : pattern.starts_with("/categorias") ? category_
                                                                      : company_;
     std::string address = pattern;
     for (const std::int32_t id : {record, contact_}) {
@@ -35,7 +45,8 @@ class EveryPage : public SiteTest {
 
   Visitor ana_visitor_ = logged_in("ana");
   static constexpr std::int32_t product = 1;
-  std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0, file_ = 0;
+  std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0, file_ = 0, list_ = 0, field_ = 0,
+               category_ = 0;
 };
 
 TEST_F(EveryPage, ShowsAndChangesNothingWhenItIsOnlyLookedAt) {
@@ -45,8 +56,10 @@ TEST_F(EveryPage, ShowsAndChangesNothingWhenItIsOnlyLookedAt) {
   const std::int32_t before = version();
   for (const site::Route& route : site_.router().routes()) {
     if (route.method != "GET" || route.pattern == "/entrar") continue;
-    const bool kept = route.pattern.starts_with("/equipe") || route.pattern.starts_with("/produtos");
-    Visitor& visitor = kept ? leader : route.pattern.starts_with("/listas") ? maintenance : owner;
+    const auto within = [&](const char* area) { return route.pattern.starts_with(area); };
+    Visitor& visitor = within("/equipe") || within("/produtos")                          ? leader
+                       : within("/listas") || within("/campos") || within("/categorias") ? maintenance
+                                                                                         : owner;
     const site::Response response = visitor.get(address(route.pattern));
     EXPECT_EQ(response.status, 200) << route.pattern << response.body;
     EXPECT_FALSE(contains(response, "{{")) << route.pattern;
