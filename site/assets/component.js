@@ -1,7 +1,7 @@
-// What the HTML that the component writes expects of its page: the functions that its handlers name.
-// The pages hold that HTML in <template data-component>, where nothing of it runs: no handler, script or style
-// in an attribute is allowed by the site's policy. Here they are read, taken off and bound to the functions
-// below, and the HTML is put in its place.
+// What the HTML that the component writes expects of its page: the functions that its handlers name. Handlers,
+// styles and scripts inside HTML are forbidden by the site's policy, so pages carry that HTML as the text of an
+// attribute, data-component. Here its handlers and styles are set aside before a browser sees them, bound to
+// the functions below, and the HTML is shown.
 "use strict";
 
 const componentFunctions = {
@@ -12,31 +12,36 @@ addEventListener("DOMContentLoaded", showComponents);
 addEventListener("pradelis:page", showComponents);
 
 function showComponents() {
-  for (const template of document.querySelectorAll("template[data-component]")) showComponent(template);
+  for (const place of document.querySelectorAll("[data-component]")) showComponent(place);
 }
 
-function showComponent(template) {
+function showComponent(place) {
+  const template = document.createElement("template");
+  template.innerHTML = setAside(place.dataset.component);
+  delete place.dataset.component;
   const content = template.content;
   const scripts = [...content.querySelectorAll("script")];
   for (const script of scripts) script.remove();
-  for (const element of content.querySelectorAll("*")) takeAttributes(element);
   for (const box of content.querySelectorAll("input[type=checkbox], input[type=radio]")) labelBox(box);
   for (const row of content.querySelectorAll("tr")) labelRow(row);
-  const place = document.createElement("div");
-  place.className = "component";
   place.append(content);
-  template.replaceWith(place);
+  for (const element of place.querySelectorAll("*")) bindAttributes(element);
   for (const image of place.querySelectorAll("img")) prepareImage(image);
   for (const script of scripts) runScript(script.textContent);
 }
 
-// Binds an element's handlers, and sets its style by script instead of by attribute.
-function takeAttributes(element) {
-  for (const { name, value } of [...element.attributes]) {
+// The same HTML with data-onclick in place of onclick, data-style in place of style, and so on. What stands
+// in quotes stays as it is.
+function setAside(html) {
+  const tags = /<[a-z](?:"[^"]*"|'[^']*'|[^>"'])*>/gi;
+  const names = /"[^"]*"|'[^']*'|\s(on\w+|style)(?=\s*=)/gi;
+  return html.replace(tags, (tag) => tag.replace(names, (text, name) => name ? " data-" + name : text));
+}
+
+function bindAttributes(element) {
+  for (const [name, value] of Object.entries(element.dataset)) {
     if (name === "style") element.style.cssText = value;
     else if (name.startsWith("on")) bindHandler(element, name.slice(2), value);
-    else continue;
-    if (name !== "style") element.removeAttribute(name);
   }
 }
 
