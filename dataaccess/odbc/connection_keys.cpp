@@ -46,7 +46,7 @@ std::string take_value(std::string_view& rest, ConnectionKeys::Quoting quoting) 
 }
 
 bool needs_braces(std::string_view value) {
-  return value.find_first_of(";{}[]()=?*!@, ") != std::string_view::npos;
+  return value.find_first_of(";{} ") != std::string_view::npos;
 }
 
 }  // namespace

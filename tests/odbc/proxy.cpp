@@ -122,4 +122,36 @@ SilentServer::SilentServer() { listener_ = listen_on_free_port(port_); }
 
 SilentServer::~SilentServer() { close(listener_); }
 
+LoginRecorder::LoginRecorder() {
+  listener_ = listen_on_free_port(port_);
+  thread_ = std::thread([this] { answer(); });
+}
+
+LoginRecorder::~LoginRecorder() {
+  shutdown(listener_, SHUT_RDWR);
+  if (thread_.joinable()) thread_.join();
+  close(listener_);
+}
+
+void LoginRecorder::answer() {
+  const int client = accept(listener_, nullptr, nullptr);
+  if (client < 0) return;
+  std::array<char, 4096> data;
+  // The client asks what the server can do; the answer is its version, and that it does not encrypt.
+  if (recv(client, data.data(), data.size(), 0) > 0) {
+    constexpr std::array<unsigned char, 26> features{4, 1,   0,  26, 0, 0,   1, 0,  // header of a packet
+                                                     0, 0,   11, 0,  6, 1,   0, 17, 0,
+                                                     1, 255, 15, 0,  7, 208, 0, 0,  2};
+    send(client, features.data(), features.size(), MSG_NOSIGNAL);
+    const ssize_t count = recv(client, data.data(), data.size(), 0);
+    if (count > 0) login_.assign(data.data(), static_cast<std::size_t>(count));
+  }
+  close(client);
+}
+
+std::string LoginRecorder::login() {
+  thread_.join();
+  return login_;
+}
+
 }  // namespace pradelis::tests

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -46,6 +47,24 @@ class SilentServer {
  private:
   int listener_ = -1;
   std::uint16_t port_ = 0;
+};
+
+/// Speaks as much of SQL Server's protocol as makes a client say who it is, and then hangs up.
+class LoginRecorder {
+ public:
+  LoginRecorder();
+  ~LoginRecorder();
+  std::uint16_t port() const { return port_; }
+  /// What the first client sent to log in; waits for it.
+  std::string login();
+
+ private:
+  void answer();
+
+  int listener_ = -1;
+  std::uint16_t port_ = 0;
+  std::string login_;
+  std::thread thread_;
 };
 
 }  // namespace pradelis::tests
