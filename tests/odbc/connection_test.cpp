@@ -7,6 +7,7 @@
 #include "dataaccess/odbc/odbc_driver.h"
 #include "tests/odbc/proxy.h"
 #include "tests/odbc/servers.h"
+#include "tests/support/control_server.h"
 #include "values/error.h"
 #include "values/text.h"
 

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
 
 #include "dataaccess/odbc/odbc_driver.h"
 #include "values/convert.h"
@@ -81,11 +80,6 @@ std::string first_value(dataaccess::DriverConnection& connection, const std::str
     default:
       return std::string(cell.text());
   }
-}
-
-void control_server(const std::string& what) {
-  const std::string command = environment("PRADELIS_POSTGRES_CONTROL") + " " + what + " >/dev/null 2>&1";
-  if (std::system(command.c_str()) != 0) throw std::runtime_error("the server did not " + what);
 }
 
 }  // namespace pradelis::tests

@@ -30,7 +30,4 @@ std::int64_t run(dataaccess::DriverConnection& connection, const std::string& sq
 /// The values of the first row's first column, as text; "null" for null.
 std::string first_value(dataaccess::DriverConnection& connection, const std::string& sql);
 
-/// Lets the server stop, start or restart ("restart -m fast").
-void control_server(const std::string& what);
-
 }  // namespace pradelis::tests
