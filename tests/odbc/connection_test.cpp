@@ -140,7 +140,7 @@ TEST_F(OnPostgresql, NoRoundTripIsSpentForNothing) {
   const auto read = [&] {
     select->bind(0, Cell::of(std::int64_t{0}));
     select->run(30);
-    while (select->fetch()) select->cell(1);
+    while (select->fetch()) cell_of(*select, 1);
     select->reset();
   };
   read();  // the driver learns about the table
@@ -168,7 +168,7 @@ TEST_F(OnPostgresql, AStatementOnAChangedTableIsPreparedAgain) {
   select->run(30);
   ASSERT_TRUE(select->fetch());
   ASSERT_EQ(2u, select->columns()->size());
-  EXPECT_EQ("novo", select->cell(1).text());
+  EXPECT_EQ("novo", cell_of(*select, 1).text());
 }
 
 TEST_F(OnPostgresql, ValuesKeepTheTypesOfTheLiteralsThatTheyStandFor) {

@@ -69,10 +69,10 @@ TEST_P(OnEveryServer, TextsOfAnyLengthComeBackWhole) {
     statement->bind(0, Cell::of(std::int64_t{oid}));
     statement->run(30);
     ASSERT_TRUE(statement->fetch());
-    EXPECT_EQ(oid, statement->cell(1).integer);
-    EXPECT_TRUE(statement->cell(0).text() == text);
-    EXPECT_TRUE(statement->cell(2).is_null());
-    EXPECT_TRUE(statement->cell(0).text() == text) << "asked a second time";
+    EXPECT_EQ(oid, cell_of(*statement, 1).integer);
+    EXPECT_TRUE(cell_of(*statement, 0).text() == text);
+    EXPECT_TRUE(cell_of(*statement, 2).is_null());
+    EXPECT_TRUE(cell_of(*statement, 0).text() == text) << "asked a second time";
     EXPECT_FALSE(statement->fetch());
   }
 }
@@ -88,10 +88,10 @@ TEST_P(OnEveryServer, BytesOfAnyLengthComeBackWhole) {
     statement->bind(0, Cell::of(std::int64_t{oid}));
     statement->run(30);
     ASSERT_TRUE(statement->fetch());
-    const Cell cell = statement->cell(0);
+    const Cell cell = cell_of(*statement, 0);
     ASSERT_EQ(CellKind::Bytes, cell.kind);
     EXPECT_TRUE(cell.text() == bytes);
-    EXPECT_EQ(oid, statement->cell(2).integer);
+    EXPECT_EQ(oid, cell_of(*statement, 2).integer);
   }
 }
 
@@ -107,7 +107,7 @@ TEST_P(OnEveryServer, NumbersAndDatesComeBackAsTheyWere) {
     const auto statement = connection_->prepare(concat("select numero from values_kept where oid = ", oid));
     statement->run(30);
     ASSERT_TRUE(statement->fetch());
-    EXPECT_EQ(number, statement->cell(0).real);
+    EXPECT_EQ(number, cell_of(*statement, 0).real);
     const auto same = connection_->prepare("select oid from values_kept where oid = ? and numero = ?");
     same->bind(0, Cell::of(std::int64_t{oid}));
     same->bind(1, Cell::of(number));
@@ -121,7 +121,7 @@ TEST_P(OnEveryServer, NumbersAndDatesComeBackAsTheyWere) {
     const auto statement = connection_->prepare(concat("select quando from values_kept where oid = ", oid));
     statement->run(30);
     ASSERT_TRUE(statement->fetch());
-    EXPECT_EQ(date.serial, statement->cell(0).real);
+    EXPECT_EQ(date.serial, cell_of(*statement, 0).real);
   }
   if (comma != nullptr) std::setlocale(LC_ALL, "C");
 }
@@ -148,7 +148,7 @@ TEST_P(OnEveryServer, NullsGoInAndOutWhateverWasBoundBefore) {
   for (const bool null : {true, false, true}) {
     ASSERT_TRUE(read->fetch());
     for (std::size_t column = 0; column < 4; ++column)
-      EXPECT_EQ(null, read->cell(column).is_null()) << column;
+      EXPECT_EQ(null, cell_of(*read, column).is_null()) << column;
   }
   EXPECT_FALSE(read->fetch());
 }
@@ -166,9 +166,9 @@ TEST_P(OnEveryServer, RowsComeInBlocksAndEveryOneOnce) {
       statement->run(30);
       int expected = 0;
       while (statement->fetch()) {
-        EXPECT_EQ(++expected, statement->cell(0).integer);
+        EXPECT_EQ(++expected, cell_of(*statement, 0).integer);
         if (expected % 2 == 0) {
-          EXPECT_TRUE(statement->cell(1).text() == letters(static_cast<std::size_t>(expected * 3)));
+          EXPECT_TRUE(cell_of(*statement, 1).text() == letters(static_cast<std::size_t>(expected * 3)));
         }
       }
       EXPECT_EQ(count, expected);
@@ -186,10 +186,10 @@ TEST_P(OnEveryServer, ResultsStandOpenSideBySide) {
   int rows = 0;
   while (outer->fetch()) {
     ++rows;
-    inner->bind(0, outer->cell(0));
+    inner->bind(0, cell_of(*outer, 0));
     inner->run(30);
     ASSERT_TRUE(inner->fetch());
-    EXPECT_EQ(rows, inner->cell(0).integer);
+    EXPECT_EQ(rows, cell_of(*inner, 0).integer);
     inner->reset();
   }
   EXPECT_EQ(400, rows);

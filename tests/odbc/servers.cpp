@@ -65,7 +65,7 @@ std::string first_value(dataaccess::DriverConnection& connection, const std::str
   const auto statement = connection.prepare(sql);
   statement->run(30);
   if (!statement->fetch()) return "no row";
-  const dataaccess::Cell cell = statement->cell(0);
+  const dataaccess::Cell cell = cell_of(*statement, 0);
   switch (cell.kind) {
     case dataaccess::CellKind::Null:
       return "null";
@@ -80,6 +80,12 @@ std::string first_value(dataaccess::DriverConnection& connection, const std::str
     default:
       return std::string(cell.text());
   }
+}
+
+dataaccess::Cell cell_of(dataaccess::DriverStatement& statement, std::size_t column) {
+  dataaccess::Cell cell;
+  statement.read(column, {&cell, 1});
+  return cell;
 }
 
 }  // namespace pradelis::tests

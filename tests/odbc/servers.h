@@ -30,4 +30,7 @@ std::int64_t run(dataaccess::DriverConnection& connection, const std::string& sq
 /// The values of the first row's first column, as text; "null" for null.
 std::string first_value(dataaccess::DriverConnection& connection, const std::string& sql);
 
+/// One value of a statement's present row.
+dataaccess::Cell cell_of(dataaccess::DriverStatement& statement, std::size_t column);
+
 }  // namespace pradelis::tests

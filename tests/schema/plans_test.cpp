@@ -109,10 +109,15 @@ class Plans : public ::testing::Test {
   /// The plan of a statement as it goes to the database: with its literals bound.
   std::string plan_of(const std::string& sql) {
     lifter_.lift(sql, dataaccess::sqlite_dialect);
+    const std::string explained = concat("explain query plan ", std::string_view(lifter_.text().text));
     const dataaccess::StatementLease steps =
-        connection_->run(concat("explain query plan ", lifter_.text()), lifter_.values());
+        connection_->run(dataaccess::StatementText::of(explained), lifter_.values());
     std::string plan;
-    while (steps->fetch()) plan.append(steps->cell(detail_column).text()).append("\n");
+    dataaccess::Cell detail;
+    while (steps->fetch()) {
+      steps->read(detail_column, {&detail, 1});
+      plan.append(detail.text()).append("\n");
+    }
     return plan;
   }
 
