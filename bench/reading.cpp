@@ -13,9 +13,11 @@ constexpr const char* statement =
 
 /// What a page keeps of a row.
 struct Row {
-  std::int64_t oid, cid, rescopo, criadopor;
-  std::string nome, codigo, observacao;
+  std::int64_t oid;
+  std::string nome, codigo;
+  std::int64_t cid, rescopo, criadopor;
   Date criadoem;
+  std::string observacao;
 };
 
 Date date_of(std::string_view text) {
@@ -41,19 +43,19 @@ void measure_reading(Fixture& fixture) {
             crm->Executar(statement);
             dataaccess::Recordset& rs = *crm->rs;
             for (; !rs.Eof(); rs.MoveNext()) {
-              rows.push_back({rs.value("oid").get<std::int32_t>(), rs.value("cid").get<std::int32_t>(),
+              rows.push_back({rs.value("oid").get<std::int32_t>(), rs.value("nome").get<std::string>(),
+                              rs.value("codigo").get<std::string>(), rs.value("cid").get<std::int32_t>(),
                               rs.value("rescopo").get<std::int32_t>(),
-                              rs.value("criadopor").get<std::int32_t>(), rs.value("nome").get<std::string>(),
-                              rs.value("codigo").get<std::string>(),
-                              rs.value("observacao").get<std::string>(), rs.value("criadoem").get<Date>()});
+                              rs.value("criadopor").get<std::int32_t>(), rs.value("criadoem").get<Date>(),
+                              rs.value("observacao").get<std::string>()});
             }
           },
           [&] {
             rows.clear();
             while (by_hand.step()) {
-              rows.push_back({by_hand.integer(0), by_hand.integer(3), by_hand.integer(4), by_hand.integer(5),
-                              std::string(by_hand.text(1)), std::string(by_hand.text(2)),
-                              std::string(by_hand.text(7)), date_of(by_hand.text(6))});
+              rows.push_back({by_hand.integer(0), std::string(by_hand.text(1)), std::string(by_hand.text(2)),
+                              by_hand.integer(3), by_hand.integer(4), by_hand.integer(5),
+                              date_of(by_hand.text(6)), std::string(by_hand.text(7))});
             }
             by_hand.reset();
           }});

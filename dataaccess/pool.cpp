@@ -7,26 +7,29 @@ namespace pradelis::dataaccess {
 namespace {
 constexpr std::size_t most_idle = 32;             // for one database and mode
 constexpr std::chrono::seconds longest_idle{60};  // beyond those that the driver keeps
+// A file is asked for again and again by the nodes of a tree: it does not go away between two of them.
+constexpr std::chrono::milliseconds trusted_for{5};
 }  // namespace
 
 std::unique_ptr<LiveConnection> Pool::take(const ConnectionSettings& settings) {
-  const Key key{settings.connection_string, settings.mode};
-  while (auto connection = take_idle(key)) {
-    if (!connection->connection().lost() && connection->connection().alive()) {
-      connection->note_use();
-      return connection;
-    }
+  const View key{settings.connection_string, settings.mode};
+  for (Idle idle = take_idle(key); idle.connection; idle = take_idle(key)) {
+    LiveConnection& live = *idle.connection;
+    const bool fresh = !live.traits().remote && Clock::now() - idle.since < trusted_for;
+    if (live.connection().lost() || !(fresh || live.connection().alive())) continue;
+    live.note_use();
+    return std::move(idle.connection);
   }
   return std::make_unique<LiveConnection>(driver_for(settings.connection_string), settings);
 }
 
-std::unique_ptr<LiveConnection> Pool::take_idle(const Key& key) {
+Pool::Idle Pool::take_idle(const View& key) {
   const std::lock_guard lock(mutex_);
   const auto found = idle_.find(key);
-  if (found == idle_.end() || found->second.empty()) return nullptr;
-  auto connection = std::move(found->second.back().connection);
+  if (found == idle_.end() || found->second.empty()) return {};
+  Idle last = std::move(found->second.back());
   found->second.pop_back();
-  return connection;
+  return last;
 }
 
 void Pool::give_back(const ConnectionSettings& settings,
@@ -36,7 +39,9 @@ void Pool::give_back(const ConnectionSettings& settings,
   const std::size_t kept = connection->driver().kept_idle();
   std::vector<Idle> closed;  // ends after the lock
   const std::lock_guard lock(mutex_);
-  std::vector<Idle>& idle = idle_[{settings.connection_string, settings.mode}];
+  const auto found = idle_.find(View{settings.connection_string, settings.mode});
+  std::vector<Idle>& idle =
+      found != idle_.end() ? found->second : idle_[{settings.connection_string, settings.mode}];
   const Clock::time_point now = Clock::now();
   idle.push_back({std::move(connection), now});
   const auto expired = std::find_if(idle.begin(), idle.end(),
@@ -49,7 +54,7 @@ void Pool::give_back(const ConnectionSettings& settings,
 }
 
 void Pool::close_idle() noexcept {
-  std::map<Key, std::vector<Idle>> closed;
+  decltype(idle_) closed;
   const std::lock_guard lock(mutex_);
   closed.swap(idle_);
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -28,15 +29,25 @@ class Pool {
  private:
   using Clock = std::chrono::steady_clock;
   using Key = std::pair<std::string, ConnectMode>;
+  /// Finds a key without a copy of the connection string.
+  struct Before {
+    using is_transparent = void;
+    template <class Left, class Right>
+    bool operator()(const Left& left, const Right& right) const noexcept {
+      if (left.second != right.second) return left.second < right.second;
+      return std::string_view(left.first) < std::string_view(right.first);
+    }
+  };
+  using View = std::pair<std::string_view, ConnectMode>;
   struct Idle {
     std::unique_ptr<LiveConnection> connection;
     Clock::time_point since;
   };
 
-  std::unique_ptr<LiveConnection> take_idle(const Key& key);
+  Idle take_idle(const View& key);
 
   std::mutex mutex_;
-  std::map<Key, std::vector<Idle>> idle_;  // the last used at the end
+  std::map<Key, std::vector<Idle>, Before> idle_;  // the last used at the end
 };
 
 /// The pool of the process; whoever holds a connection holds it too, so that it ends last.
