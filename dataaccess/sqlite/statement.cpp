@@ -96,7 +96,9 @@ void Statement::bind(std::size_t index, const Cell& value) {
       code = bind_date(position, value);
       break;
     case CellKind::Text:
-      code = sqlite3_bind_text64(statement, position, value.data, value.size, SQLITE_STATIC, SQLITE_UTF8);
+      // An empty text may point nowhere, which the engine would take for null.
+      code = sqlite3_bind_text64(statement, position, value.size == 0 ? "" : value.data, value.size,
+                                 SQLITE_STATIC, SQLITE_UTF8);
       break;
     case CellKind::Bytes:
       code = sqlite3_bind_blob64(statement, position, value.size == 0 ? "" : value.data, value.size,

@@ -86,6 +86,14 @@ TEST_F(TableRecordset, ChangesTheCurrentRowByAKeyThatIsNotSelected) {
   }
 }
 
+TEST_F(TableRecordset, ChangesAnEmptyTextThatWasReadAlone) {
+  execute("insert into t (oid, nome) values (3, '')");
+  const auto rs = updatable("select nome from t where oid = 3");
+  rs->set("nome", "agora sim");
+  rs->Update();
+  EXPECT_EQ(rows("select nome from t where oid = 3"), "agora sim");
+}
+
 TEST_F(TableRecordset, ChangesRowsOfCompoundKeysAndOfNone) {
   auto rs = updatable("select nome from par where b = 2");
   rs->set("nome", "Y");
