@@ -67,9 +67,7 @@ add_custom_command(
 target_sources(pradelis_site PRIVATE ${PROJECT_BINARY_DIR}/embedded.cpp)
 
 file(GLOB command_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/command/*.cpp)
-if(EXISTS ${PROJECT_SOURCE_DIR}/command/main.cpp)
-  add_executable(pradelis ${command_sources})
-  set_target_properties(pradelis PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
-  target_compile_definitions(pradelis PRIVATE PRADELIS_VERSION="${PROJECT_VERSION}")
-  target_link_libraries(pradelis PRIVATE pradelis_automation pradelis_site pradelis_warnings)
-endif()
+add_executable(pradelis ${command_sources})
+set_target_properties(pradelis PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+target_compile_definitions(pradelis PRIVATE PRADELIS_VERSION="${PROJECT_VERSION}")
+target_link_libraries(pradelis PRIVATE pradelis_automation pradelis_site pradelis_warnings)

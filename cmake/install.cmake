@@ -12,9 +12,7 @@ foreach(library IN LISTS libraries)
   target_include_directories(${library} PUBLIC $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/pradelis>)
 endforeach()
 install(TARGETS ${libraries} EXPORT pradelis_targets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-if(TARGET pradelis)
-  install(TARGETS pradelis RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
+install(TARGETS pradelis RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 set(public_headers
   values/clock.h values/convert.h values/date.h values/error.h values/object.h values/text.h values/variant.h

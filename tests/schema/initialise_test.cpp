@@ -191,7 +191,7 @@ TEST_F(Initialise, RunsSafelyInSeveralProcessesAtOnce) {
 }
 
 TEST(SchemaDocument, NamesEveryTableViewAndColumn) {
-  std::ifstream stream(PRADELIS_SOURCE_FOLDER "/docs/schema.md");
+  std::ifstream stream(PRADELIS_SCHEMA_DOCUMENT);
   std::stringstream content;
   content << stream.rdbuf();
   const std::string document = content.str();
