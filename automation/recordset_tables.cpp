@@ -1,3 +1,5 @@
+#include <cstdint>
+
 #include "automation/classes.h"
 #include "automation/get_rows.h"
 #include "automation/table_builder.h"
@@ -5,6 +7,7 @@
 namespace pradelis::automation {
 namespace {
 
+using dataaccess::ColumnType;
 using dataaccess::Field;
 using dataaccess::Fields;
 using dataaccess::Recordset;
@@ -15,6 +18,31 @@ std::size_t count_of(Object& fields) {
 
 Variant field_at(Object& fields, std::size_t index) {
   return ObjectPtr(static_cast<Fields&>(fields).Item(static_cast<std::int32_t>(index)));
+}
+
+/// The platform's code for the type of a field.
+std::int32_t type_of(Field& field) {
+  switch (field.Type()) {
+    case ColumnType::Boolean:
+      return 11;
+    case ColumnType::UInt8:
+      return 17;
+    case ColumnType::Int16:
+      return 2;
+    case ColumnType::Int32:
+      return 3;
+    case ColumnType::Int64:
+      return 20;
+    case ColumnType::Double:
+      return 5;
+    case ColumnType::Date:
+      return 135;
+    case ColumnType::Text:
+      return 202;
+    case ColumnType::Bytes:
+      return 204;
+  }
+  return 0;
 }
 
 }  // namespace
@@ -57,6 +85,7 @@ const ClassTable& field_table() {
                                       .let<&Field::set_Value>("Value")
                                       .is_default()
                                       .get<&Field::Name>("Name")
+                                      .get<&type_of>("Type")
                                       .build();
   return table;
 }

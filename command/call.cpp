@@ -2,9 +2,9 @@
 
 #include <iostream>
 
+#include "command/component_host.h"
 #include "command/dialogue.h"
 #include "command/exit_status.h"
-#include "command/script_host.h"
 #include "component/thread_state.h"
 
 namespace pradelis::command {
@@ -24,7 +24,7 @@ int call(const CallOptions& options) {
   std::cin.tie(nullptr);
   bool understood = false;
   {
-    ScriptHost host(options.database);
+    ComponentHost host(options.database);
     understood = answer_all(host);
   }
   component::reset_thread_state();

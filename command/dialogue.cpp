@@ -5,10 +5,7 @@
 #include <initializer_list>
 #include <span>
 
-#include "automation/invoke.h"
-#include "command/json_rows.h"
 #include "component/error_reporting.h"
-#include "component/registry.h"
 #include "values/error.h"
 #include "values/text.h"
 
@@ -116,7 +113,7 @@ Json Dialogue::create(const Json& request) {
   expect_keys(request, "new", {"as"});
   const std::string& program_identifier = text_at(request, "new");
   text_at(request, "as");
-  bind(new_name(request), component::create_object(program_identifier));
+  bind(new_name(request), host_.create(program_identifier));
   return done();
 }
 
@@ -137,7 +134,7 @@ Json Dialogue::read(const Json& request, const char* verb, bool with_arguments) 
   Json json;
   try {
     const Target target = target_of(path);
-    const Variant result = automation::invoke(*target.object, target.member, Use::Read, {arguments});
+    const Variant result = host_.invoke(*target.object, target.member, Use::Read, arguments);
     if (!name.empty() && result.is(VariantType::Object)) {
       bind(name, to_object(result));
       json = done();
@@ -159,27 +156,27 @@ Json Dialogue::set(const Json& request) {
   arguments.push_back(value_of(request["value"]));
   const Target target = target_of(path);
   const Use use = arguments.back().is(VariantType::Object) ? Use::Set : Use::Let;
-  automation::invoke(*target.object, target.member, use, {arguments});
+  host_.invoke(*target.object, target.member, use, arguments);
   return done();
 }
 
 Json Dialogue::rows(const Json& request) {
   expect_keys(request, "rows", {"limit"});
   const std::string& path = text_at(request, "rows");
-  std::int64_t limit = all_rows;
+  std::int64_t limit = ScriptHost::all_rows;
   if (request.contains("limit")) {
     if (!request["limit"].is_number_unsigned()) throw NotUnderstood("\"limit\" não é um número de linhas");
     limit = request["limit"].get<std::int64_t>();
   }
-  if (path.find('.') == std::string::npos) return rows_to_json(object_of(path), limit);
+  if (path.find('.') == std::string::npos) return host_.rows(object_of(path), limit);
   const Target target = target_of(path);
-  return rows_to_json(to_object(automation::invoke(*target.object, target.member, Use::Read, {})), limit);
+  return host_.rows(to_object(host_.invoke(*target.object, target.member, Use::Read, {})), limit);
 }
 
 Json Dialogue::set_session(const Json& request) {
   expect_keys(request, "session", {});
   if (!request["session"].is_object()) throw NotUnderstood("\"session\" pede um objeto de nomes e valores");
-  for (const auto& [name, value] : request["session"].items()) host_.session().set(name, value_of(value));
+  for (const auto& [name, value] : request["session"].items()) host_.set_session(name, value_of(value));
   return done();
 }
 
@@ -189,7 +186,7 @@ Json Dialogue::set_application(const Json& request) {
     throw NotUnderstood("\"application\" pede um objeto de nomes e valores");
   }
   for (const auto& [name, value] : request["application"].items()) {
-    host_.application().set(name, value_of(value));
+    host_.set_application(name, value_of(value));
   }
   return done();
 }
@@ -197,7 +194,7 @@ Json Dialogue::set_application(const Json& request) {
 Json Dialogue::written(const Json& request) {
   expect_keys(request, "written", {});
   if (request["written"] != true) throw NotUnderstood("\"written\" pede true");
-  return {{"written", host_.response().take()}};
+  return {{"written", host_.take_written()}};
 }
 
 Json Dialogue::release(const Json& request) {
@@ -221,7 +218,7 @@ Dialogue::Target Dialogue::target_of(const std::string& path) const {
   }
   ObjectPtr object = object_of(std::string(names.front()));
   for (std::size_t i = 1; i + 1 < names.size(); ++i) {
-    object = to_object(automation::invoke(*object, names[i], Use::Read, {}));
+    object = to_object(host_.invoke(*object, names[i], Use::Read, {}));
   }
   return {std::move(object), std::string(names.back())};
 }

@@ -12,7 +12,7 @@
 namespace pradelis::command {
 
 /// The dialogue of `pradelis call`: answers requests one by one, and keeps the objects that they name.
-/// `docs/calls.md` describes the requests. Used on one thread, the one whose host `host` is.
+/// `docs/calls.md` describes the requests. Used on one thread, that of `host`.
 class Dialogue {
  public:
   explicit Dialogue(ScriptHost& host) : host_(host) {}

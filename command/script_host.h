@@ -1,54 +1,39 @@
 #pragma once
 
-#include <memory>
+#include <cstdint>
+#include <span>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 
 #include "automation/class_table.h"
-#include "component/web_objects.h"
+#include "command/json_values.h"
 
 namespace pradelis::command {
 
-/// Named values, found whatever the case of their names.
-template <class Interface>
-class NamedValues final : public Interface {
- public:
-  Variant Value(const std::string& name) override {
-    const auto found = values_.find(name);
-    return found == values_.end() ? Variant() : found->second;
-  }
-  void set(const std::string& name, Variant value) { values_.insert_or_assign(name, std::move(value)); }
-
- private:
-  std::unordered_map<std::string, Variant, automation::HashIgnoringCase, automation::EqualIgnoringCase>
-      values_;
-};
-
-/// Collects what is written to a page.
-class CollectedResponse final : public component::Response {
- public:
-  void Write(const std::string& html) override { written_ += html; }
-  /// What was written since it was last taken.
-  std::string take() { return std::exchange(written_, {}); }
-
- private:
-  std::string written_;
-};
-
-/// The web host of a script: one application, one visitor, one page, for as long as the script runs.
+/// What a dialogue works on: objects that are used by name, and the web server around them, which has one
+/// application, one visitor and one page. It belongs to the thread that made it.
 class ScriptHost {
  public:
-  /// Becomes the calling thread's host; the application's connection settings lead to `database`.
-  explicit ScriptHost(const std::string& database);
+  virtual ~ScriptHost() = default;
 
-  NamedValues<component::Application>& application() { return *application_; }
-  NamedValues<component::Session>& session() { return *session_; }
-  CollectedResponse& response() { return *response_; }
+  /// A new object. Raises 429 for an unknown class, and what its creation raises.
+  virtual ObjectPtr create(const std::string& program_identifier) = 0;
 
- private:
-  std::shared_ptr<NamedValues<component::Application>> application_;
-  std::shared_ptr<NamedValues<component::Session>> session_;
-  std::shared_ptr<CollectedResponse> response_;
+  /// Uses one member of an object; what `automation::invoke` says of arguments and failures holds here.
+  virtual Variant invoke(Object& object, std::string_view member, automation::Use use,
+                         std::span<Variant> arguments) = 0;
+
+  /// At most `limit` rows (or `all_rows`) of a recordset from its current row on, which it is moved behind,
+  /// with the names and types of its columns. Raises error 13 for an object that is no recordset, and what
+  /// reading raises.
+  virtual Json rows(const ObjectPtr& recordset, std::int64_t limit) = 0;
+  static constexpr std::int64_t all_rows = -1;
+
+  virtual void set_application(const std::string& name, const Variant& value) = 0;
+  virtual void set_session(const std::string& name, const Variant& value) = 0;
+
+  /// What was written to the page since it was last taken.
+  virtual std::string take_written() = 0;
 };
 
 }  // namespace pradelis::command

@@ -211,4 +211,12 @@ IClassFactory& app_server_factory(std::function<IDispatch*()> create) {
   return factory;
 }
 
+HRESULT register_app_server(PageObjects& page) {
+  CLSID class_id;
+  DWORD registration = 0;
+  IClassFactory& factory = app_server_factory([&page] { return new AppServer(page); });
+  if (const HRESULT code = CLSIDFromString(app_server_class, &class_id); FAILED(code)) return code;
+  return CoRegisterClassObject(class_id, &factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registration);
+}
+
 }  // namespace pradelis::test

@@ -84,4 +84,7 @@ inline constexpr wchar_t app_server_class[] = L"{71E38F91-7E88-11CF-9EDE-0080C78
 /// A class factory whose objects `create` makes; it lives as long as the program.
 IClassFactory& app_server_factory(std::function<IDispatch*()> create);
 
+/// Makes `page`, which outlives the program's use of the platform, what the class leads to in this program.
+HRESULT register_app_server(PageObjects& page);
+
 }  // namespace pradelis::test

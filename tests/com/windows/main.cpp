@@ -11,24 +11,14 @@ PageObjects& page() {
   return *objects;
 }
 
-namespace {
-
-bool register_app_server() {
-  CLSID class_id;
-  DWORD registration = 0;
-  IClassFactory& factory = app_server_factory([] { return new AppServer(page()); });
-  return SUCCEEDED(CLSIDFromString(app_server_class, &class_id)) &&
-         SUCCEEDED(CoRegisterClassObject(class_id, &factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                                         &registration));
-}
-
-}  // namespace
 }  // namespace pradelis::test
 
 int main(int count, char** arguments) {
   testing::InitGoogleTest(&count, arguments);
-  if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) || !pradelis::test::register_app_server())
+  if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) ||
+      FAILED(pradelis::test::register_app_server(pradelis::test::page()))) {
     return 2;
+  }
   auto& application = *pradelis::test::page().application.get();
   application.set_text(L"dataconn_ConnectionTimeout", L"15");
   application.set_text(L"dataconn_CommandTimeout", L"30");

@@ -1,5 +1,8 @@
-#include "command/script_host.h"
+#include "command/component_host.h"
 
+#include "automation/invoke.h"
+#include "command/json_rows.h"
+#include "component/registry.h"
 #include "values/error.h"
 #include "values/text.h"
 
@@ -33,7 +36,7 @@ class Server final : public component::AppServer {
 
 }  // namespace
 
-ScriptHost::ScriptHost(const std::string& database)
+ComponentHost::ComponentHost(const std::string& database)
     : application_(std::make_shared<NamedValues<component::Application>>()),
       session_(std::make_shared<NamedValues<component::Session>>()),
       response_(std::make_shared<CollectedResponse>()) {
@@ -45,5 +48,26 @@ ScriptHost::ScriptHost(const std::string& database)
     return std::make_shared<Server>(context);
   });
 }
+
+ObjectPtr ComponentHost::create(const std::string& program_identifier) {
+  return component::create_object(program_identifier);
+}
+
+Variant ComponentHost::invoke(Object& object, std::string_view member, automation::Use use,
+                              std::span<Variant> arguments) {
+  return automation::invoke(object, member, use, {arguments});
+}
+
+Json ComponentHost::rows(const ObjectPtr& recordset, std::int64_t limit) {
+  return rows_to_json(recordset, limit);
+}
+
+void ComponentHost::set_application(const std::string& name, const Variant& value) {
+  application_->set(name, value);
+}
+
+void ComponentHost::set_session(const std::string& name, const Variant& value) { session_->set(name, value); }
+
+std::string ComponentHost::take_written() { return response_->take(); }
 
 }  // namespace pradelis::command
