@@ -131,6 +131,10 @@ Response::Response() {
     return end();
   });
   add(L"End", [this](const ScriptCall&) { return end(); });
+  add(L"Status", [this](const ScriptCall& call) {
+    if (is_change(call)) status = text_of(*call.arguments.at(0));
+    return S_OK;
+  });
   for (const wchar_t* setting : {L"Buffer", L"CharSet", L"CodePage", L"ContentType", L"Expires", L"LCID"}) {
     add(setting, [](const ScriptCall&) { return S_OK; });
   }
@@ -141,16 +145,24 @@ HRESULT Response::end() {
   return E_ABORT;  // stops the script; its host knows why
 }
 
-Request::Request(FormFields query, FormFields form) : query_(std::move(query)), form_(std::move(form)) {
+Request::Request(std::wstring_view method, FormFields query, FormFields form)
+    : query_(std::move(query)),
+      form_(std::move(form)),
+      variables_{{L"REQUEST_METHOD", std::wstring(method)},
+                 {L"REMOTE_ADDR", L"127.0.0.1"},
+                 {L"HTTP_HOST", L"localhost"}} {
   add(L"Item", [this](const ScriptCall& call) {
     const std::wstring name = text_of(*call.arguments.at(0));
     return give(call, field_object(has_field(query_, name) ? query_ : form_, name).get());
   });
-  add(L"QueryString", [this](const ScriptCall& call) {
-    return give(call, field_object(query_, text_of(*call.arguments.at(0))).get());
-  });
-  add(L"Form", [this](const ScriptCall& call) {
-    return give(call, field_object(form_, text_of(*call.arguments.at(0))).get());
+  add_collection(L"QueryString", query_);
+  add_collection(L"Form", form_);
+  add_collection(L"ServerVariables", variables_);
+}
+
+void Request::add_collection(std::wstring name, const FormFields& fields) {
+  add(std::move(name), [&fields](const ScriptCall& call) {
+    return give(call, field_object(fields, text_of(*call.arguments.at(0))).get());
   });
 }
 

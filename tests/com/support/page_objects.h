@@ -38,6 +38,7 @@ class Response : public ScriptObject {
 
   std::wstring text;      ///< what was written
   std::wstring redirect;  ///< where the page sends the browser instead
+  std::wstring status;    ///< empty unless the page set it
   bool ended = false;     ///< the page ended itself
 
  private:
@@ -49,11 +50,15 @@ using FormFields = std::vector<std::pair<std::wstring, std::wstring>>;
 
 class Request : public ScriptObject {
  public:
-  Request(FormFields query, FormFields form);
+  /// `method` is "GET" or "POST".
+  Request(std::wstring_view method, FormFields query, FormFields form);
 
  private:
+  void add_collection(std::wstring name, const FormFields& fields);
+
   FormFields query_;
   FormFields form_;
+  FormFields variables_;
 };
 
 class Server : public ScriptObject {
