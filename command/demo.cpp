@@ -5,10 +5,12 @@
 
 #include "command/demo_names.h"
 #include "command/demo_writer.h"
+#include "dataaccess/schema/engine.h"
 #include "dataaccess/schema/fixed.h"
+#include "dataaccess/thread_connection.h"
 #include "site/apartment.h"
 #include "site/rows.h"
-#include "site/session_store.h"
+#include "site/secrets.h"
 #include "values/text.h"
 
 namespace pradelis::command {
@@ -16,9 +18,10 @@ namespace {
 
 /// The demonstration can be made again when the power fails: forcing each of its thousands of rows to
 /// the disk would only cost time.
-std::string without_forced_writes(const std::string& database) {
-  const bool embedded = equal_ignoring_case(std::string_view(database).substr(0, 7), "sqlite:");
-  return embedded && database.find('?') == std::string::npos ? database + "?synchronous=OFF" : database;
+void stop_forcing_writes(component::CRM& crm) {
+  auto& connection = dataaccess::connection_of(*crm.QLCConn());
+  const auto& engine = dataaccess::schema::engine_of(connection.live().connection().dialect());
+  if (!engine.unforced_writes.empty()) connection.Execute(std::string(engine.unforced_writes), nullptr);
 }
 
 bool has_records(component::CRM& crm) {
@@ -41,13 +44,14 @@ void print_logins(const std::string& password) {
 
 int demo(const DemoOptions& options) {
   site::ApplicationSettings settings;
-  settings.connection_string = without_forced_writes(options.database);
+  settings.connection_string = options.database;
   const site::Apartment apartment(settings);
   const auto crm = std::make_shared<component::CRM>();
   if (has_records(*crm)) {
     std::fputs("pradelis: o banco já tem registros; a demonstração só preenche um banco novo.\n", stderr);
     return 1;
   }
+  stop_forcing_writes(*crm);
   const std::string password = site::random_token(40);
   {
     Progress progress(DemoWriter::steps(options));

@@ -1,6 +1,7 @@
 #include "command/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <iostream>
 #include <limits>
@@ -28,6 +29,15 @@ CLI::Validator whole_number(int least, int most) {
             if (fits && number >= least && number <= most) return std::string();
             return "\"" + text + "\" não é um número de " + std::to_string(least) + " a " +
                    std::to_string(most);
+          },
+          "", ""};
+}
+
+/// One of some words.
+CLI::Validator one_of(std::vector<std::string> words) {
+  return {[words = std::move(words)](std::string& text) {
+            if (std::find(words.begin(), words.end(), text) != words.end()) return std::string();
+            return "\"" + text + "\" não é " + CLI::detail::join(words, " nem ");
           },
           "", ""};
 }
@@ -94,6 +104,17 @@ void declare_serve(CLI::App& app, Settings& settings) {
       ->capture_default_str();
   command->add_flag("--behind-proxy", settings.serve.behind_proxy,
                     "Confia no endereço e no protocolo que o proxy da frente informa");
+  command
+      ->add_option_function<std::string>(
+          "--sessions",
+          [&settings](const std::string& place) {
+            settings.serve.sessions_in_database = place == "database";
+          },
+          "Onde fica quem entrou: memory, neste processo, ou database, no banco de dados, para vários "
+          "servidores do mesmo banco")
+      ->check(one_of({"memory", "database"}))
+      ->type_name("LUGAR")
+      ->default_str("memory");
 }
 
 void speak_portuguese(CLI::App& app) {

@@ -5,6 +5,8 @@ namespace pradelis::dataaccess {
 namespace {
 constexpr std::size_t most_plans = 200;
 constexpr std::chrono::milliseconds trusted_for{20};
+// The objects of one request are made one right after the other.
+constexpr std::chrono::milliseconds just_now{1};
 }  // namespace
 
 const TablePlanPtr& LiveConnection::table_plan(const StatementText& text) {
@@ -18,7 +20,13 @@ const TablePlanPtr& LiveConnection::table_plan(const StatementText& text) {
 bool LiveConnection::usable() noexcept {
   if (connection_->lost()) return false;
   if (!traits_.remote || std::chrono::steady_clock::now() - last_use_ < trusted_for) return true;
-  return connection_->alive();
+  if (!connection_->alive()) return false;
+  note_use();
+  return true;
+}
+
+void LiveConnection::distrust() noexcept {
+  if (std::chrono::steady_clock::now() - last_use_ > just_now) last_use_ = {};
 }
 
 }  // namespace pradelis::dataaccess

@@ -36,8 +36,8 @@ class LiveConnection {
   /// Whether the connection can be used: no failure has shown it gone and, where the database can go
   /// without a sign and the connection has not been used for a while, the database says so.
   bool usable() noexcept;
-  /// Has the database asked before the next use.
-  void distrust() noexcept { last_use_ = {}; }
+  /// Has the database asked before the next use, unless it answered just now.
+  void distrust() noexcept;
   /// Notes that the database has just answered.
   void note_use() noexcept {
     if (traits_.remote) last_use_ = std::chrono::steady_clock::now();

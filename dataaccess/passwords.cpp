@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "dataaccess/key_derivation.h"
+#include "values/hexadecimal.h"
 
 namespace pradelis::dataaccess {
 namespace {
@@ -15,18 +16,6 @@ constexpr std::size_t key_size = 64;  // one block of SHA-512: more would cost w
 PasswordEncoder& own_encoder() {
   static PasswordEncoder encoder;
   return encoder;
-}
-
-std::string to_hexadecimal(std::span<const std::byte> bytes) {
-  static constexpr char digits[] = "0123456789abcdef";
-  std::string text;
-  text.reserve(2 * bytes.size());
-  for (const std::byte byte : bytes) {
-    const auto value = std::to_integer<std::size_t>(byte);
-    text += digits[value >> 4U];
-    text += digits[value & 15U];
-  }
-  return text;
 }
 
 }  // namespace

@@ -14,13 +14,16 @@ constexpr std::chrono::milliseconds trusted_for{5};
 std::unique_ptr<LiveConnection> Pool::take(const ConnectionSettings& settings) {
   const View key{settings.connection_string, settings.mode};
   for (Idle idle = take_idle(key); idle.connection; idle = take_idle(key)) {
-    LiveConnection& live = *idle.connection;
-    const bool fresh = !live.traits().remote && Clock::now() - idle.since < trusted_for;
-    if (live.connection().lost() || !(fresh || live.connection().alive())) continue;
-    live.note_use();
-    return std::move(idle.connection);
+    if (works(idle)) return std::move(idle.connection);
   }
   return std::make_unique<LiveConnection>(driver_for(settings.connection_string), settings);
+}
+
+bool Pool::works(const Idle& idle) {
+  LiveConnection& live = *idle.connection;
+  if (live.traits().remote) return live.usable();
+  if (live.connection().lost()) return false;
+  return Clock::now() - idle.since < trusted_for || live.connection().alive();
 }
 
 Pool::Idle Pool::take_idle(const View& key) {

@@ -45,6 +45,7 @@ class Pool {
   };
 
   Idle take_idle(const View& key);
+  static bool works(const Idle& idle);
 
   std::mutex mutex_;
   std::map<Key, std::vector<Idle>, Before> idle_;  // the last used at the end

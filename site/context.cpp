@@ -68,14 +68,13 @@ bool Context::find_session() {
   if (!session) return false;
   session_ = std::move(*session);
   session_name_ = cookie->second;
-  if (session_.user->team_version != site_.team_version()) refresh_user();
+  if (session_.user->team_version != session_.team_version) refresh_user();
   apartment_.set_user_information(session_.user->information);
   return true;
 }
 
 void Context::refresh_user() {
-  const std::uint64_t version = site_.team_version();
-  session_.user = read_user(crm(), *session_.user, version);
+  session_.user = read_user(crm(), *session_.user, session_.team_version);
   site_.sessions().replace_user(session_name_, session_.user);
 }
 
@@ -105,8 +104,8 @@ View Context::frame(const std::string& title, const std::string& area) {
   if (!logged_in()) return view;
   view.set("token", token()).set("user_name", user().maintenance ? "Manutenção" : user().name);
   view.flag("administers", visible().administers()).flag("area_" + area);
-  const std::string message = site_.sessions().take_message(session_name_);
-  view.optional("message", message);
+  view.optional("message", session_.message);
+  if (!session_.message.empty()) site_.sessions().leave_message(session_name_, {});
   return view;
 }
 

@@ -97,7 +97,7 @@ class Context {
   std::shared_ptr<component::CRM> crm_;
   std::unique_ptr<Visibility> visible_;
   std::string session_name_;
-  SessionStore::Session session_;
+  Session session_;
 };
 
 /// Runs what a form does, and puts the component's refusal, or a failure, into the form. False when it

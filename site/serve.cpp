@@ -8,6 +8,7 @@
 
 #include "component/crm.h"
 #include "site/apartment.h"
+#include "site/database_sessions.h"
 #include "site/host.h"
 #include "site/site.h"
 #include "values/error.h"
@@ -38,12 +39,13 @@ class StopSignals {
   sigset_t signals_{}, before_{};
 };
 
-/// Why the database cannot be served; empty when it can.
-std::string obstacle(const ApplicationSettings& settings) {
+/// Why the database cannot be served with these sessions, null for those in memory; empty when it can.
+std::string obstacle(const ApplicationSettings& settings, SessionStore* sessions) {
   try {
     Apartment apartment(settings);
     const auto crm = std::make_shared<component::CRM>();
     crm->OidEmpresaCorrente();
+    if (sessions != nullptr) sessions->team_version();
     return {};
   } catch (const Error& error) {
     return error.description();
@@ -55,12 +57,14 @@ std::string obstacle(const ApplicationSettings& settings) {
 int serve(const ServeOptions& options) {
   ApplicationSettings settings;
   settings.connection_string = options.database;
-  if (const std::string reason = obstacle(settings); !reason.empty()) {
+  std::unique_ptr<SessionStore> sessions;
+  if (options.sessions_in_database) sessions = std::make_unique<DatabaseSessions>();
+  if (const std::string reason = obstacle(settings, sessions.get()); !reason.empty()) {
     std::fprintf(stderr, "The database cannot be served; has `pradelis init` been run? %s\n", reason.c_str());
     return 1;
   }
   StopSignals signals;
-  Site site(settings);
+  Site site(settings, std::move(sessions));
   Host host(site, options);
   if (!host.bind()) {
     std::fprintf(stderr, "Cannot listen on %s port %d.\n", options.host.c_str(), options.port);

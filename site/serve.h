@@ -17,6 +17,9 @@ struct ServeOptions {
   /// A proxy stands in front: its X-Forwarded-For and X-Forwarded-Proto are believed, so that logins
   /// are throttled by the visitor's own address and cookies travel encrypted only.
   bool behind_proxy = false;
+  /// Who is logged in is kept in the database, where other hosts find it and where it outlives this
+  /// process; else in the memory of this process.
+  bool sessions_in_database = false;
 };
 
 /// Serves the site until SIGINT or SIGTERM, then finishes the requests under way. Prints the address

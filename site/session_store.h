@@ -2,12 +2,9 @@
 
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "values/variant.h"
@@ -27,58 +24,49 @@ struct User {
   Variant information;                        ///< the session value "InformacoesUsuario"
   std::vector<std::int32_t> groups;           ///< groups that he may administer
   bool maintenance = false;                   ///< the maintenance user, who administers all groups
-  std::uint64_t team_version = 0;             ///< state of the groups that `information` was read from
+  std::int32_t team_version = 0;              ///< state of the groups that `information` was read from
 };
 using UserPtr = std::shared_ptr<const User>;
 
-/// `bits` random bits (a multiple of 8) from the system, in hexadecimal digits.
-std::string random_token(int bits = 128);
+/// What a page gets of its visitor's session.
+struct Session {
+  UserPtr user;
+  std::string token;              ///< what every form of this visitor carries
+  std::string message;            ///< left for the visitor's next page; empty for none
+  std::int32_t team_version = 0;  ///< the present state of the groups
+};
 
-/// The logged-in visitors. Safe to use from all threads.
+/// The logged-in visitors. Safe to use from all threads, each of which is serving a request (`Apartment`).
 class SessionStore {
  public:
-  using Clock = std::chrono::steady_clock;
-
+  /// Sessions end when they have not been used for so long.
   static constexpr std::chrono::minutes idle_limit{30};
 
-  /// \param now  the clock by which sessions end
-  explicit SessionStore(std::function<Clock::time_point()> now = Clock::now) : now_(std::move(now)) {}
-
-  struct Session {
-    UserPtr user;
-    std::string token;  ///< what every form of this visitor carries
-  };
+  virtual ~SessionStore() = default;
 
   /// Starts a session and gives its secret name, which only the visitor's cookie holds.
-  std::string open(UserPtr user);
+  virtual std::string open(const UserPtr& user) = 0;
   /// The session of this name, unless it has been idle too long; it counts as used now.
-  std::optional<Session> find(const std::string& name);
+  virtual std::optional<Session> find(const std::string& name) = 0;
   /// Puts a newer state of the user in place. Nothing when the session has ended.
-  void replace_user(const std::string& name, UserPtr user);
-  /// Ends a session; gives its user, or null.
-  UserPtr close(const std::string& name);
+  virtual void replace_user(const std::string& name, const UserPtr& user) = 0;
+  /// Ends a session; gives its user, or null when there is none, or somebody else has just ended it.
+  virtual UserPtr close(const std::string& name) = 0;
 
-  /// Keeps a message for the visitor's next page.
-  void leave_message(const std::string& name, std::string message);
-  /// Takes the message that was left, if any.
-  std::string take_message(const std::string& name);
+  /// Keeps a message for the visitor's next page; an empty one takes back what was left.
+  virtual void leave_message(const std::string& name, const std::string& message) = 0;
 
   /// Ends the sessions that have been idle too long; gives their users.
-  std::vector<UserPtr> close_idle();
-  /// Ends all sessions; gives their users.
-  std::vector<UserPtr> close_all();
+  virtual std::vector<UserPtr> close_idle() = 0;
+  /// Ends the sessions that cannot outlive this process; gives their users.
+  virtual std::vector<UserPtr> close_with_process() = 0;
 
- private:
-  struct Entry {
-    Session session;
-    std::string message;
-    Clock::time_point used;
-  };
-  bool idle(const Entry& entry) const { return now_() - entry.used > idle_limit; }
-
-  std::function<Clock::time_point()> now_;
-  std::mutex mutex_;
-  std::unordered_map<std::string, Entry> entries_;
+  /// Counts the changes of groups and memberships; what users may see is read again after each.
+  virtual std::int32_t team_version() = 0;
+  virtual void team_changed() = 0;
 };
+
+/// What the forms of a session carry: other sites cannot know it, and it does not tell the name.
+std::string form_token(const std::string& session_name);
 
 }  // namespace pradelis::site

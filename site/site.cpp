@@ -6,6 +6,7 @@
 #include "site/context.h"
 #include "site/headers.h"
 #include "site/log.h"
+#include "site/memory_sessions.h"
 #include "site/pages/pages.h"
 #include "site/templates.h"
 #include "site/users.h"
@@ -55,7 +56,9 @@ void guarded(Context& context, const Request& request, Page&& page) {
 
 }  // namespace
 
-Site::Site(ApplicationSettings settings) : settings_(std::move(settings)) {
+Site::Site(ApplicationSettings settings, std::unique_ptr<SessionStore> sessions)
+    : settings_(std::move(settings)),
+      sessions_(sessions ? std::move(sessions) : std::make_unique<MemorySessions>()) {
   add_login_pages(router_);
   add_home_pages(router_);
   add_company_list(router_);
@@ -89,8 +92,14 @@ Response Site::answer(const Request& request) {
 
 std::size_t Site::largest_body(const Request& request) {
   const auto cookie = request.cookies.find(session_cookie);
-  const bool known = cookie != request.cookies.end() && sessions_.find(cookie->second);
-  return known ? largest_form + largest_file : largest_form;
+  if (cookie == request.cookies.end()) return largest_form;
+  const Apartment apartment(settings_);
+  try {
+    return sessions_->find(cookie->second) ? largest_form + largest_file : largest_form;
+  } catch (const Error& error) {
+    log_failure(request, error.description());
+    return largest_form;
+  }
 }
 
 void Site::answer_page(const Request& request, Response& response) {
@@ -132,15 +141,16 @@ void Site::close_idle_sessions() {
   auto last = last_sweep_.load();
   const auto interval = std::chrono::steady_clock::duration(sweep_interval).count();
   if (now - last < interval || !last_sweep_.compare_exchange_strong(last, now)) return;
-  end_usage(sessions_.close_idle());
+  end_sessions(&SessionStore::close_idle);
 }
 
-void Site::close() { end_usage(sessions_.close_all()); }
+void Site::close() { end_sessions(&SessionStore::close_with_process); }
 
-void Site::end_usage(const std::vector<UserPtr>& users) {
-  if (users.empty()) return;
+void Site::end_sessions(std::vector<UserPtr> (SessionStore::*ending)()) {
   Apartment apartment(settings_);
   try {
+    const std::vector<UserPtr> users = (*sessions_.*ending)();
+    if (users.empty()) return;
     component::CRM crm;
     for (const UserPtr& user : users) end_usage_session(crm, *user);
   } catch (const Error& error) {

@@ -2,8 +2,8 @@
 
 #include <atomic>
 #include <chrono>
-#include <cstdint>
-#include <string>
+#include <memory>
+#include <vector>
 
 #include "site/apartment.h"
 #include "site/request.h"
@@ -17,34 +17,31 @@ namespace pradelis::site {
 /// it is an apartment of its own.
 class Site {
  public:
-  explicit Site(ApplicationSettings settings);
+  /// \param sessions  who is logged in; in the memory of the process unless said otherwise
+  explicit Site(ApplicationSettings settings, std::unique_ptr<SessionStore> sessions = nullptr);
 
   /// The page that was asked for, with all headers; failures become error pages.
   Response answer(const Request& request);
   /// The most bytes that a request with files may send: files come only from those who are logged in.
   std::size_t largest_body(const Request& request);
-  /// Ends all sessions, in the database too. For the end of the program.
+  /// Ends the sessions that end with the program, and their usage sessions in the database.
   void close();
 
   const Router& router() const { return router_; }
-  SessionStore& sessions() { return sessions_; }
+  SessionStore& sessions() { return *sessions_; }
   Throttle& throttle() { return throttle_; }
-
-  /// Counts the changes of groups and memberships; what users may see is read again after each.
-  std::uint64_t team_version() const { return team_version_; }
-  void team_changed() { ++team_version_; }
 
  private:
   void answer_page(const Request& request, Response& response);
   void run(const Request& request, Response& response, Apartment& apartment);
   void close_idle_sessions();
-  void end_usage(const std::vector<UserPtr>& users);
+  /// Ends sessions of the store, those that `ending` ends, and the usage sessions of their users.
+  void end_sessions(std::vector<UserPtr> (SessionStore::*ending)());
 
   ApplicationSettings settings_;
   Router router_;
-  SessionStore sessions_;
+  std::unique_ptr<SessionStore> sessions_;
   Throttle throttle_;
-  std::atomic<std::uint64_t> team_version_{1};
   std::atomic<std::chrono::steady_clock::rep> last_sweep_{0};
 };
 

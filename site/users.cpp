@@ -8,7 +8,7 @@
 
 namespace pradelis::site {
 
-UserPtr read_user(component::CRM& crm, User user, std::uint64_t team_version) {
+UserPtr read_user(component::CRM& crm, User user, std::int32_t team_version) {
   constexpr std::size_t visible_users = 4;
   constexpr std::int16_t groups_below = 3;
   const auto groups = crm.cGrupoUsuarios();

@@ -13,7 +13,7 @@ namespace pradelis::site {
 /// Who `Logar`'s array (in `user.information`) describes: fills its element 4 with the users whose
 /// records he may see, and reads the groups that he administers.
 /// \param team_version  state of the groups before this reading
-UserPtr read_user(component::CRM& crm, User user, std::uint64_t team_version);
+UserPtr read_user(component::CRM& crm, User user, std::int32_t team_version);
 
 /// Ends the usage session that the login opened. A usage session that another application opened, or
 /// has ended, is left alone.

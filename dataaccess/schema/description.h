@@ -12,10 +12,11 @@ namespace pradelis::dataaccess::schema {
 
 /// Version of this description. A change to it raises the number; `initialise` brings older databases
 /// up to it, adding what they lack.
-inline constexpr std::int32_t current_version = 2;
+inline constexpr std::int32_t current_version = 3;
 
 enum class Type : std::uint8_t {
   Key,              ///< 32-bit key that the writer gives
+  TextKey,          ///< key of up to `Column::size` characters that the writer gives
   Identity,         ///< 32-bit key that the database assigns
   LastingIdentity,  ///< as Identity, and never assigned twice
   Int16,
@@ -30,7 +31,7 @@ enum class Type : std::uint8_t {
 struct Column {
   std::string_view name;
   Type type = Type::Int32;
-  std::size_t size = 0;   ///< in characters, for Text
+  std::size_t size = 0;   ///< in characters, for Text and TextKey
   bool required = false;  ///< refuses null
 };
 

@@ -33,6 +33,9 @@ struct Engine {
   std::string_view objection = {};
   /// What is created before the tables.
   std::string_view preparation = {};
+  /// Keeps the session's writes from waiting for the disk, for data that can be made again; empty where
+  /// no statement does.
+  std::string_view unforced_writes = {};
   /// Raises the first free identifier by `count` and gives the raised one, atomically. Null where a
   /// statement that changes rows gives none.
   std::string (*take_identifiers)(std::int32_t count);

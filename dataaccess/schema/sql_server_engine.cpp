@@ -14,6 +14,8 @@ std::string type_name(const Column& column) {
     case Type::Identity:
     case Type::LastingIdentity:
       return "int identity(1, 1) primary key";
+    case Type::TextKey:
+      return concat("nvarchar(", static_cast<std::int64_t>(column.size), ")", exact, " primary key");
     case Type::Int16:
       return "smallint";
     case Type::Int32:

@@ -11,6 +11,8 @@ std::string type_name(const Column& column) {
       return "integer primary key";  // the row's own number, a fifth faster than a key beside it
     case Type::LastingIdentity:
       return "integer primary key autoincrement";
+    case Type::TextKey:
+      return concat("varchar(", static_cast<std::int64_t>(column.size), ") primary key not null");
     case Type::Int16:
       return "smallint";
     case Type::Int32:
@@ -48,6 +50,7 @@ constexpr Engine engine_with(std::string_view name, std::string_view upper_case,
       .begin = "begin immediate",
       .commit = "commit",
       .rollback = "rollback",
+      .unforced_writes = "pragma synchronous = off",
       .take_identifiers = taking_identifiers,
   };
 }

@@ -26,7 +26,7 @@ std::vector<Column> file_columns(Type key_type) {
 std::vector<Table> installation() {
   return {{"instalacao",
            {key(), reference("versao", required), text("sal"), reference("rodadas", required),
-            reference("proximooid", required)},
+            reference("proximooid", required), reference("equipe")},
            {}}};
 }
 
@@ -100,6 +100,13 @@ std::vector<Table> sessions() {
         date("inicio"),
         date("termino")},
        {{"sessaoaplicativo_estacao", "estacao, raplicativo, termino, rsessaodeuso"}}},
+      {"sessaodosite",
+       {{"chave", Type::TextKey, 64},
+        reference("rpessoa", required),
+        reference("usada", required),
+        long_text("dados"),
+        long_text("mensagem")},
+       {{"sessaodosite_usada", "usada"}}},
   };
 }
 

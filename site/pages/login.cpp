@@ -6,6 +6,7 @@
 #include "site/log.h"
 #include "site/pages/pages.h"
 #include "site/salespeople.h"
+#include "site/secrets.h"
 #include "site/site.h"
 #include "site/users.h"
 #include "values/convert.h"
@@ -95,7 +96,7 @@ UserPtr log_in(Context& context, Form& form) {
   const std::string& login = form.text_of("usuario");
   const std::string& password = form.text_of("senha");
   const std::string& typed = form.text_of("senha_vendedor");
-  const std::uint64_t version = context.site().team_version();
+  const std::int32_t version = context.site().sessions().team_version();
   Variant information;
   UserPtr user;
   attempt(form, [&] {

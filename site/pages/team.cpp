@@ -139,7 +139,7 @@ void create_group(Context& context) {
                                                                       form.text_of("observacao"));
                     });
   if (!done) return show_group_registration(context, form);
-  context.site().team_changed();
+  context.site().sessions().team_changed();
   context.redirect("/equipe", "Grupo criado.");
 }
 
@@ -248,7 +248,7 @@ void take_salesperson(Context& context) {
       form.refuse("O cadastro ficou incompleto. Fale com quem administra o sistema.");
     }
   });
-  context.site().team_changed();
+  context.site().sessions().team_changed();
   if (!done) return show_salesperson_registration(context, form);
   context.redirect("/equipe", "Vendedor cadastrado.");
 }

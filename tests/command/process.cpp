@@ -121,6 +121,11 @@ Process::Outcome Process::finish() {
   return outcome;
 }
 
+Process::Outcome Process::stop() {
+  kill(process_, SIGTERM);
+  return finish();
+}
+
 Process::Outcome run(std::vector<std::string> arguments, const std::string& input) {
   Process process(std::move(arguments));
   process.write(input);

@@ -45,6 +45,8 @@ class Process {
   };
   /// Ends the standard input, and collects what is left to read until the process ends.
   Outcome finish();
+  /// Asks the process to end, as whoever administers the host does (SIGTERM), and collects what is left.
+  Outcome stop();
 
  private:
   pid_t process_ = 0;

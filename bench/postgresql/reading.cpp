@@ -1,0 +1,55 @@
+#include <string>
+#include <vector>
+
+#include "bench/harness.h"
+#include "bench/postgresql/fixture.h"
+#include "dataaccess/iso_date.h"
+
+namespace pradelis::bench::postgresql {
+namespace {
+
+constexpr const char* query =
+    "select oid, nome, codigo, cid, rescopo, criadopor, criadoem, observacao from item where oid >= ";
+
+/// What a page keeps of a row.
+struct Row {
+  std::int32_t oid;
+  std::string nome, codigo;
+  std::int32_t cid, rescopo, criadopor;
+  Date criadoem;
+  std::string observacao;
+};
+
+}  // namespace
+
+void measure_reading(Fixture& fixture) {
+  const Statement by_hand(fixture.by_hand(), std::string(query) + "$1 and oid <= $2");
+  std::vector<Row> rows;
+  rows.reserve(500);
+  report({"reading 500 rows of 8 columns by name", 2, 300,
+          [&] {
+            rows.clear();
+            const component::CRMPtr crm = fixture.crm();
+            crm->Executar(std::string(query) + "2000001 and oid <= 2000500");
+            dataaccess::Recordset& rs = *crm->rs;
+            for (; !rs.Eof(); rs.MoveNext()) {
+              rows.push_back({rs.value("oid").get<std::int32_t>(), rs.value("nome").get<std::string>(),
+                              rs.value("codigo").get<std::string>(), rs.value("cid").get<std::int32_t>(),
+                              rs.value("rescopo").get<std::int32_t>(),
+                              rs.value("criadopor").get<std::int32_t>(), rs.value("criadoem").get<Date>(),
+                              rs.value("observacao").get<std::string>()});
+            }
+          },
+          [&] {
+            rows.clear();
+            const Result found = by_hand.run("2000001", "2000500");
+            for (int row = 0; row < found.rows(); ++row) {
+              rows.push_back({found.integer(row, 0), std::string(found.text(row, 1)),
+                              std::string(found.text(row, 2)), found.integer(row, 3), found.integer(row, 4),
+                              found.integer(row, 5), dataaccess::read_iso_date(found.text(row, 6)).value(),
+                              std::string(found.text(row, 7))});
+            }
+          }});
+}
+
+}  // namespace pradelis::bench::postgresql
