@@ -124,7 +124,8 @@ function Expandir_Selecionado(box) {
   }
 }
 
-// Says what is wrong with a field, under it; nothing that was typed is lost.
+// Says what is wrong with a field, under it, until somebody types in it again: a message that went when the
+// field is left would move the button away that is just being clicked. Nothing that was typed is lost.
 function complain(field, reason) {
   const old = document.getElementById(field.name + "_ERRO");
   field.setCustomValidity(reason);
@@ -139,6 +140,7 @@ function complain(field, reason) {
   message.textContent = reason;
   field.setAttribute("aria-describedby", message.id);
   field.after(message);
+  field.addEventListener("input", () => complain(field, ""), { once: true });
 }
 
 function ChecaNumero(field) {
