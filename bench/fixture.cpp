@@ -10,6 +10,8 @@
 namespace pradelis::bench {
 namespace {
 
+constexpr const char* write_something = "update instalacao set proximooid = proximooid + 50";
+
 std::string connection_string;
 std::string written;
 
@@ -136,6 +138,9 @@ Fixture::Fixture() {
   }
   std::filesystem::copy_file(component_file, hand_file);
   by_hand_ = std::make_unique<Database>(hand_file.string());
+  // Both sides read and write beside a log that is in use, as on a running site.
+  Database(component_file.string()).run(write_something);
+  by_hand_->run(write_something);
   connection_string = "sqlite:" + component_file.string() + "?synchronous=NORMAL";
   component::set_app_server_factory([] { return std::make_shared<BenchServer>(); });
 }
@@ -147,6 +152,8 @@ Fixture::~Fixture() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
-std::string Fixture::take_written() { return std::exchange(written, {}); }
+const std::string& Fixture::written() const { return bench::written; }
+
+void Fixture::forget_written() { bench::written.clear(); }
 
 }  // namespace pradelis::bench

@@ -38,8 +38,10 @@ class Fixture {
   Database& by_hand() { return *by_hand_; }
   /// A new object, as a page creates one for a request.
   component::CRMPtr crm() { return std::make_shared<component::CRM>(); }
-  /// What the component wrote into the page since last asked.
-  std::string take_written();
+  /// What the component wrote into the page since it was last forgotten.
+  const std::string& written() const;
+  /// Keeps the page's memory for the next one.
+  void forget_written();
 
  private:
   std::filesystem::path folder_;
