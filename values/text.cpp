@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <charconv>
 
 namespace pradelis {
 namespace {
@@ -12,6 +11,16 @@ namespace {
 constexpr char ascii_lower(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
 }
+
+/// "00", "01" ... "99".
+constexpr std::array<char, 200> digit_pairs = [] {
+  std::array<char, 200> pairs{};
+  for (std::size_t i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
 
 constexpr bool is_continuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
 
@@ -93,10 +102,20 @@ bool is_valid_utf8(std::string_view text) noexcept {
 
 namespace detail {
 
+// Numbers make up much of all statements and pages: two digits at a time, from the last ones on.
 void append_integer(std::string& text, std::int64_t value) {
   std::array<char, 20> digits;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-  text.append(digits.data(), end);
+  char* const end = digits.data() + digits.size();
+  char* begin = end;
+  const auto bits = static_cast<std::uint64_t>(value);
+  std::uint64_t rest = value < 0 ? 0 - bits : bits;
+  for (; rest >= 10; rest /= 100) {
+    begin -= 2;
+    std::memcpy(begin, &digit_pairs[rest % 100 * 2], 2);
+  }
+  if (rest > 0 || begin == end) *--begin = static_cast<char>('0' + rest);
+  if (value < 0) *--begin = '-';
+  text.append(begin, end);
 }
 
 }  // namespace detail

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -102,6 +103,19 @@ TEST(Concat, JoinsTextsNumbersAndVariants) {
   EXPECT_EQ(concat("select * from item where oid=", oid, " and cid=", 19, " and n='", Variant::null(), "'"),
             "select * from item where oid=100123 and cid=19 and n=''");
   EXPECT_THROW(concat("a", Variant::missing()), Error);
+}
+
+TEST(Concat, WritesIntegersOfAnyLength) {
+  std::int64_t power = 1;
+  for (int digits = 1; digits <= 18; ++digits, power *= 10) {
+    for (const std::int64_t value : {power - 1, power, power + 7, -power, 1 - power}) {
+      EXPECT_EQ(concat(value), std::to_string(value));
+    }
+  }
+  for (const std::int64_t limit :
+       {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
+    EXPECT_EQ(concat(limit), std::to_string(limit));
+  }
 }
 
 }  // namespace
