@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "dataaccess/column_values.h"
-#include "dataaccess/failures.h"
 #include "values/text.h"
 
 namespace pradelis::dataaccess {
@@ -38,13 +37,8 @@ void OpenRecordset::Close() {
   end();
 }
 
-void OpenRecordset::check_open() const {
-  if (!open_) raise_closed_recordset();
-}
-
-const Column& OpenRecordset::column(std::size_t index) const {
-  if (index >= columns_->size()) raise_no_such_field(concat(static_cast<std::int64_t>(index)));
-  return (*columns_)[index];
+void OpenRecordset::raise_no_such_column(std::size_t index) {
+  raise_no_such_field(concat(static_cast<std::int64_t>(index)));
 }
 
 std::size_t OpenRecordset::field_count() const {

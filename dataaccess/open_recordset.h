@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "dataaccess/cell.h"
+#include "dataaccess/failures.h"
 #include "dataaccess/pooled_connection.h"
 #include "dataaccess/result_columns.h"
 #include "dataaccess/result_rows.h"
@@ -41,8 +42,13 @@ class OpenRecordset : public Recordset {
  protected:
   void open(ResultColumnsPtr columns);
   void begin_rows(StatementLease statement, ResultRows::Reading reading, std::size_t limit);
-  void check_open() const;
-  const Column& column(std::size_t index) const;
+  void check_open() const {
+    if (!open_) raise_closed_recordset();
+  }
+  const Column& column(std::size_t index) const {
+    if (index >= columns_->size()) raise_no_such_column(index);
+    return (*columns_)[index];
+  }
   PooledConnection& connection() const noexcept { return *connection_; }
   /// The values with their texts copied into this object, where they stay until its next use.
   std::span<const Cell> keep(std::span<const Cell> values);
@@ -52,6 +58,8 @@ class OpenRecordset : public Recordset {
   ResultRows rows_;
 
  private:
+  [[noreturn]] static void raise_no_such_column(std::size_t index);
+
   std::shared_ptr<PooledConnection> connection_;
   ResultColumnsPtr columns_;
   OpenRecordset* previous_ = nullptr;

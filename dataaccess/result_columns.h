@@ -36,9 +36,15 @@ class ResultColumns {
   const Column& operator[](std::size_t index) const noexcept { return columns_[index]; }
   /// Position of the first column of this name, whatever its case; npos when there is none. Looks at
   /// `guess` first: readers ask for the columns of each row in the same order.
-  std::size_t find(std::string_view name, std::size_t guess = 0) const noexcept;
+  std::size_t find(std::string_view name, std::size_t guess = 0) const noexcept {
+    // A guess could be the second of two columns of one name, of which the first counts.
+    if (names_differ_ && guess < columns_.size() && columns_[guess].name == name) return guess;
+    return first_named(name);
+  }
 
  private:
+  std::size_t first_named(std::string_view name) const noexcept;
+
   std::vector<Column> columns_;
   bool all_declared_ = true;
   bool names_differ_ = true;

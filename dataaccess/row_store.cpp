@@ -13,6 +13,7 @@ constexpr std::size_t most_kept_cells = std::size_t{1} << 16;
 
 void RowStore::swap(RowStore& other) noexcept {
   std::swap(columns_, other.columns_);
+  std::swap(rows_, other.rows_);
   cells_.swap(other.cells_);
   blocks_.swap(other.blocks_);
   std::swap(free_, other.free_);
@@ -31,11 +32,8 @@ void RowStore::make_room(std::size_t size) {
 }
 
 void RowStore::clear() noexcept {
-  if (cells_.capacity() > most_kept_cells) {
-    cells_ = {};
-  } else {
-    cells_.clear();
-  }
+  if (cells_.size() > most_kept_cells) cells_ = {};
+  rows_ = 0;
   data_size_ = 0;
   if (blocks_.empty()) return;
   // The last block is the largest, unless it was made for one large value.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <memory>
@@ -25,9 +26,9 @@ class RowStore {
 
   /// Room for one more row, to be filled at once and then kept. Stays until the next call.
   std::span<Cell> add_row() {
-    const std::size_t size = cells_.size();
-    cells_.resize(size + columns_);
-    return {cells_.data() + size, columns_};
+    const std::size_t begin = rows_++ * columns_;
+    if (begin + columns_ > cells_.size()) cells_.resize(std::max(begin + columns_, 2 * cells_.size()));
+    return {cells_.data() + begin, columns_};
   }
   /// Copies what the cells of a new row point to.
   void keep(std::span<Cell> row) {
@@ -36,7 +37,7 @@ class RowStore {
     }
   }
 
-  std::size_t rows() const noexcept { return columns_ == 0 ? 0 : cells_.size() / columns_; }
+  std::size_t rows() const noexcept { return rows_; }
   const Cell& cell(std::size_t row, std::size_t column) const noexcept {
     return cells_[row * columns_ + column];
   }
@@ -61,7 +62,8 @@ class RowStore {
   void make_room(std::size_t size);
 
   std::size_t columns_ = 0;
-  std::vector<Cell> cells_;
+  std::size_t rows_ = 0;
+  std::vector<Cell> cells_;  // of these rows, and room for more
   std::vector<Block> blocks_;
   char* free_ = nullptr;  // in the last block
   std::size_t free_size_ = 0;
