@@ -99,7 +99,7 @@ class Base : public QLCBase {
  private:
   /// Runs a statement with "?" for its values; gives the number of rows changed.
   std::int64_t write(std::string_view sql, std::span<const Cell> values) {
-    return connection_of(*conn_).change(sql, values);
+    return connection_of(*conn_).change(StatementText::of(sql), values);
   }
   std::int64_t write(std::string_view sql, std::initializer_list<Cell> values) {
     return write(sql, std::span(values.begin(), values.size()));

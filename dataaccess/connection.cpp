@@ -73,15 +73,15 @@ StatementLease PooledConnection::run(const StatementText& text, std::span<const 
   }
 }
 
-std::int64_t PooledConnection::change(std::string_view text, std::span<const Cell> values) {
-  TraceLine trace(text, values);
+std::int64_t PooledConnection::change(const StatementText& text, std::span<const Cell> values) {
+  TraceLine trace(text.text, values);
   try {
     live();
-    const std::int64_t changed = run(StatementText::of(text), values)->rows_changed();
+    const std::int64_t changed = run(text, values)->rows_changed();
     trace.set_rows(changed);
     return changed;
   } catch (const Error& failure) {
-    raise_for_statement(failure, text);
+    raise_for_statement(failure, text.text);
   }
 }
 

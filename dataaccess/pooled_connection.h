@@ -56,7 +56,7 @@ class PooledConnection final : public Connection {
   /// while the statement is in use. Results that stand open are read off when they are in its way.
   StatementLease run(const StatementText& text, std::span<const Cell> values);
   /// Runs a statement that a recordset makes, traced; gives the number of rows that it changed.
-  std::int64_t change(std::string_view text, std::span<const Cell> values);
+  std::int64_t change(const StatementText& text, std::span<const Cell> values);
 
  private:
   friend class OpenRecordset;

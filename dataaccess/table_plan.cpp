@@ -31,7 +31,20 @@ std::vector<std::string> column_names(const TableSelect& select, const ResultCol
   return names.size() == columns.size() ? names : std::vector<std::string>{};
 }
 
+constexpr std::size_t most_statements = 50;
+
 }  // namespace
+
+StatementText TablePlan::statement(const RowWrite& write) const {
+  auto found = statements_.find(write.shape());
+  if (found == statements_.end()) {
+    if (statements_.size() == most_statements) statements_.clear();
+    std::string made = statement_of(write.shape(), *this);
+    const std::size_t hash = StatementText::of(made).hash;
+    found = statements_.emplace(write.shape(), Statement{std::move(made), hash}).first;
+  }
+  return {found->second.text, found->second.hash};
+}
 
 TablePlanPtr make_table_plan(const StatementText& text, StatementCache& statements,
                              DriverConnection& connection) {
@@ -46,6 +59,7 @@ TablePlanPtr make_table_plan(const StatementText& text, StatementCache& statemen
   if (plan->names.empty()) return plan;
 
   plan->table = select->table;
+  plan->default_row = connection.dialect().default_row;
   std::string added;
   std::size_t next = plan->columns->size();
   for (const std::string& key : connection.key_columns(select->table)) {

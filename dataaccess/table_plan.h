@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "dataaccess/result_columns.h"
+#include "dataaccess/row_write.h"
 #include "dataaccess/statement_cache.h"
 
 namespace pradelis::dataaccess {
@@ -26,6 +28,17 @@ struct TablePlan {
   std::string table;               ///< as it stands in a statement; empty where rows cannot be written
   std::vector<std::string> names;  ///< of the columns, as they stand in a statement
   std::vector<Key> keys;           ///< none where rows can be added only
+  std::string_view default_row;    ///< of the engine's dialect
+
+  /// The text of a write's statement, made once for its shape. Stays until another one is asked for.
+  StatementText statement(const RowWrite& write) const;
+
+ private:
+  struct Statement {
+    std::string text;
+    std::size_t hash = 0;
+  };
+  mutable std::map<RowWrite::Shape, Statement> statements_;
 };
 using TablePlanPtr = std::shared_ptr<const TablePlan>;
 

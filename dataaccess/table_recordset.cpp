@@ -10,20 +10,6 @@
 #include "values/text.h"
 
 namespace pradelis::dataaccess {
-namespace {
-
-// Adds "name = ?", or what finds a null, and its value.
-void add_condition(std::string& sql, std::vector<Cell>& values, std::string_view name, const Cell& value) {
-  sql += name;
-  if (value.is_null()) {
-    sql += " is null";
-    return;
-  }
-  sql += " = ?";
-  values.push_back(value);
-}
-
-}  // namespace
 
 void TableRecordset::prepare(const std::string& sql, std::size_t limit) {
   sql_ = sql;
@@ -168,22 +154,9 @@ void TableRecordset::save_changes() {
 }
 
 void TableRecordset::insert() {
-  std::string sql = concat("insert into ", plan_->table);
-  std::vector<Cell> values;
-  values.reserve(set_.size());
-  std::string markers;
-  for (const FieldValue& set : set_) {
-    const bool first = values.empty();
-    sql.append(first ? " (" : ", ").append(plan_->names[set.column]);
-    markers += first ? "?" : ", ?";
-    values.push_back(to_cell(set.value, (*plan_->columns)[set.column]));
-  }
-  if (values.empty()) {
-    sql += connection().live().connection().dialect().default_row;
-  } else {
-    sql.append(") values (").append(markers).append(")");
-  }
-  connection().change(sql, values);
+  RowWrite write(RowWrite::Kind::Insert);
+  for (const FieldValue& set : set_) write.set(set.column, to_cell(set.value, (*plan_->columns)[set.column]));
+  connection().change(plan_->statement(write), write.values());
   adding_ = false;
   at_ = At::AddedRow;
   written_ = std::move(set_);
@@ -199,38 +172,28 @@ Cell TableRecordset::stored_cell(std::size_t column) const {
   return rows_.cell(column);
 }
 
-void TableRecordset::add_key(std::string& sql, std::vector<Cell>& values) const {
+void TableRecordset::require_key(RowWrite& write) const {
   if (plan_->keys.empty()) {
     raise_read_only(concat("a tabela ", plan_->table, " não tem chave pela qual achar a linha."));
   }
-  const char* before = " where ";
-  for (const TablePlan::Key& key : plan_->keys) {
-    const bool known =
-        at_ != At::AddedRow || (key.column < plan_->columns->size() && find(written_, key.column));
+  for (std::size_t index = 0; index < plan_->keys.size(); ++index) {
+    const std::size_t column = plan_->keys[index].column;
+    const bool known = at_ != At::AddedRow || (column < plan_->columns->size() && find(written_, column));
     if (!known)
       raise_read_only(concat("a chave da linha nova da tabela ", plan_->table, " não é conhecida."));
-    sql += before;
-    add_condition(sql, values, key.name, stored_cell(key.column));
-    before = " and ";
+    write.require_key(index, stored_cell(column));
   }
 }
 
 void TableRecordset::change() {
   rows_.read_off();
-  std::string sql = concat("update ", plan_->table, " set ");
-  std::vector<Cell> values;
-  values.reserve(2 * set_.size() + plan_->keys.size());
-  for (const FieldValue& set : set_) {
-    if (!values.empty()) sql += ", ";
-    sql.append(plan_->names[set.column]).append(" = ?");
-    values.push_back(to_cell(set.value, (*plan_->columns)[set.column]));
+  RowWrite write(RowWrite::Kind::Update);
+  for (const FieldValue& set : set_) write.set(set.column, to_cell(set.value, (*plan_->columns)[set.column]));
+  require_key(write);
+  for (const FieldValue& set : set_) write.require(set.column, stored_cell(set.column));
+  if (connection().change(plan_->statement(write), write.values()) == 0) {
+    raise_changed_by_other(plan_->table);
   }
-  add_key(sql, values);
-  for (const FieldValue& set : set_) {
-    sql += " and ";
-    add_condition(sql, values, plan_->names[set.column], stored_cell(set.column));
-  }
-  if (connection().change(sql, values) == 0) raise_changed_by_other(plan_->table);
   for (FieldValue& set : set_) {
     std::erase_if(written_, [&set](const FieldValue& old) { return old.column == set.column; });
   }
@@ -244,10 +207,11 @@ void TableRecordset::Delete() {
   if (adding_) return CancelUpdate();
   check_current_row();
   rows_.read_off();
-  std::string sql = concat("delete from ", plan_->table);
-  std::vector<Cell> values;
-  add_key(sql, values);
-  if (connection().change(sql, values) == 0) raise_changed_by_other(plan_->table);
+  RowWrite write(RowWrite::Kind::Delete);
+  require_key(write);
+  if (connection().change(plan_->statement(write), write.values()) == 0) {
+    raise_changed_by_other(plan_->table);
+  }
   set_.clear();
   written_.clear();
   at_ = At::DeletedRow;

@@ -54,7 +54,7 @@ class TableRecordset final : public OpenRecordset {
   void change();
   void save_changes();
   Cell stored_cell(std::size_t column) const;
-  void add_key(std::string& sql, std::vector<Cell>& values) const;
+  void require_key(RowWrite& write) const;
 
   std::string sql_;
   std::span<const Cell> parameters_;  // kept in this object

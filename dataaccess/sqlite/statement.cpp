@@ -1,9 +1,7 @@
 #include "dataaccess/sqlite/statement.h"
 
-#include <array>
 #include <charconv>
 
-#include "dataaccess/iso_date.h"
 #include "dataaccess/sqlite/errors.h"
 #include "dataaccess/tokens.h"
 #include "values/error.h"
@@ -109,10 +107,10 @@ void Statement::bind(std::size_t index, const Cell& value) {
 }
 
 int Statement::bind_date(int position, const Cell& value) {
-  std::array<char, iso_date_size> buffer{};
-  const std::string_view text = write_iso_date({value.real}, value.kind == CellKind::Day, buffer.data());
-  return sqlite3_bind_text64(handle_.get(), position, text.data(), text.size(), SQLITE_TRANSIENT,
-                             SQLITE_UTF8);
+  if (dates_.empty()) dates_.resize(static_cast<std::size_t>(sqlite3_bind_parameter_count(handle_.get())));
+  char* buffer = dates_[static_cast<std::size_t>(position) - 1].data();
+  const std::string_view text = write_iso_date({value.real}, value.kind == CellKind::Day, buffer);
+  return sqlite3_bind_text64(handle_.get(), position, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8);
 }
 
 void Statement::run(std::int16_t seconds) {

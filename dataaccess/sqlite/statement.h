@@ -2,11 +2,14 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "dataaccess/driver.h"
+#include "dataaccess/iso_date.h"
 #include "dataaccess/sqlite/column_types.h"
 #include "dataaccess/sqlite/time_limit.h"
 
@@ -57,6 +60,7 @@ class Statement final : public DriverStatement {
   bool fresh_time_ = false;
   bool first_step_ = false;
   std::int64_t rows_changed_ = 0;
+  std::vector<std::array<char, iso_date_size>> dates_;  // texts of bound dates, by parameter
   int reprepared_ = 0;  // how often SQLite has prepared it again, after changes to tables
 };
 
