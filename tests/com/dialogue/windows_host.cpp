@@ -34,6 +34,14 @@ WORD flags_of(Use use) {
   return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 }
 
+/// What a variable holds. An object stays what callers of the platform hold: that it is this very
+/// component's own must not be seen here.
+Variant value_of(const VARIANT& variable) {
+  if (variable.vt != VT_DISPATCH) return com::from_variant(variable);
+  if (!variable.pdispVal) return ObjectPtr();
+  return ObjectPtr(std::make_shared<ForeignObject>(com::Reference<IDispatch>::to(variable.pdispVal)));
+}
+
 /// A script's variables, and what it hands over of them: references, from the last to the first.
 class Variables {
  public:
@@ -45,10 +53,6 @@ class Variables {
       VariantInit(&reference);
       reference.vt = VT_BYREF | VT_VARIANT;
       reference.pvarVal = &variables_[i].get();
-    }
-    // An omitted argument is none of the script's variables.
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (values[i].is_missing()) references_[values.size() - 1 - i] = variables_[i].get();
     }
   }
 
@@ -63,9 +67,7 @@ class Variables {
   }
 
   void read_back(std::span<Variant> values) const {
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      if (!values[i].is(VariantType::Object)) values[i] = com::from_variant(variables_[i].get());
-    }
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = value_of(variables_[i].get());
   }
 
  private:
@@ -121,7 +123,7 @@ Variant WindowsHost::invoke(Object& object, std::string_view member, Use use, st
                                 use == Use::Read ? &result.get() : nullptr, &exception, nullptr);
   variables.read_back(arguments);
   if (FAILED(code)) throw com::error_of(code, exception);
-  return com::from_variant(result.get());
+  return value_of(result.get());
 }
 
 Json WindowsHost::rows(const ObjectPtr& recordset, std::int64_t limit) {

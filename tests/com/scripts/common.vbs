@@ -34,16 +34,16 @@ Sub Begin(subject)
 End Sub
 
 Function Shown(value)
-  If IsObject(value) Then
+  If IsObject(value) Or IsNull(value) Or IsEmpty(value) Then
     Shown = TypeName(value)
-  ElseIf IsNull(value) Or IsEmpty(value) Then
-    Shown = TypeName(value)
+  ElseIf VarType(value) = vbInteger Then
+    Shown = "Long " & value  ' as a number in a script's text is, which has the smallest type that holds it
   Else
     Shown = TypeName(value) & " " & CStr(value)
   End If
 End Function
 
-' Expects a value of exactly this type.
+' Expects a value of exactly this type; the width of whole numbers does not matter.
 Sub Expect(what, found, wanted)
   If Shown(found) <> Shown(wanted) Then
     failures = failures + 1
@@ -66,7 +66,11 @@ Sub ExpectError(what, number, source, description)
 End Sub
 
 Sub Finish()
-  If failures = 0 Then WScript.Echo "all expectations were met"
+  If failures = 0 Then
+    WScript.Echo "all expectations were met"
+  Else
+    WScript.Echo failures & " expectations were not met"
+  End If
 End Sub
 
 SetApplication "dataconn_ConnectionTimeout", "15"
