@@ -20,9 +20,10 @@ using Board = std::array<YearOfDeals, states.size()>;
 std::string deal_count(std::int64_t count) { return count_text(count, "negócio", "negócios"); }
 
 View sum_view(const MonthlyDeals& deals, std::size_t state) {
+  const bool none = deals.count == 0;
   View view;
-  view.set("what", sum_names[state]).set("sum", money_text(deals.sum)).set("count", deal_count(deals.count));
-  return view;
+  view.set("what", sum_names[state]).set("sum", none ? "—" : money_text(deals.sum));
+  return view.set("count", none ? std::string() : deal_count(deals.count));
 }
 
 View column_view(const MonthlyDeals& deals, std::size_t state) {
