@@ -35,6 +35,7 @@ TEST_F(Objects, FieldsAreReachedByDefaultMembersAndByPosition) {
   EXPECT_EQ(default_value(read(crm_, "rs", {"NOME"})), Variant("Ana"));
   EXPECT_EQ(default_value(read(rs, "Fields", {0})), read(object(rs, "fields", {"n"}), "VALUE"));
   EXPECT_EQ(read(object(rs, "Fields", {1}), "Name"), Variant("nome"));
+  EXPECT_EQ(read(object(rs, "Fields", {1}), "Type"), Variant(202));
   EXPECT_EQ(read(object(rs, "Fields"), "Count"), Variant(2));
   EXPECT_EQ(number_of_failure([&] { read(rs, "Fields", {"idade"}); }), error_number::no_such_field);
   EXPECT_EQ(number_of_failure([&] { read(rs, "EOF", {"nome"}); }), error_number::wrong_number_of_arguments);
@@ -102,9 +103,11 @@ TEST_F(Objects, VariablesTakeValuesAndReferencesApart) {
   EXPECT_EQ(object(crm_, "rs2"), rs);
   use(crm_, "rs2", Use::Set, {ObjectPtr()});
   EXPECT_EQ(read(crm_, "rs2"), Variant(ObjectPtr()));
-  EXPECT_EQ(number_of_failure([&] { use(crm_, "rs2", Use::Set, {ObjectPtr(crm_)}); }), error_number::type_mismatch);
+  EXPECT_EQ(number_of_failure([&] { use(crm_, "rs2", Use::Set, {ObjectPtr(crm_)}); }),
+            error_number::type_mismatch);
   EXPECT_EQ(number_of_failure([&] { use(crm_, "rs2", Use::Let, {rs}); }), error_number::no_such_member);
-  EXPECT_EQ(number_of_failure([&] { use(crm_, "QLCConn", Use::Set, {ObjectPtr(crm_)}); }), error_number::no_such_member);
+  EXPECT_EQ(number_of_failure([&] { use(crm_, "QLCConn", Use::Set, {ObjectPtr(crm_)}); }),
+            error_number::no_such_member);
 
   use(crm_, "PValorNegocio", Use::Let, {"7"});
   EXPECT_EQ(read(crm_, "PValorNegocio"), Variant(std::uint8_t{1}));

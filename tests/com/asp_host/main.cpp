@@ -76,18 +76,6 @@ class Site {
   int served_ = 0;
 };
 
-/// The page's objects are what a class of the platform's name leads to, in this program alone.
-void register_app_server(Site& site) {
-  CLSID class_id;
-  DWORD registration = 0;
-  IClassFactory& factory = test::app_server_factory([&site] { return new test::AppServer(site.page()); });
-  if (FAILED(CLSIDFromString(test::app_server_class, &class_id)) ||
-      FAILED(CoRegisterClassObject(class_id, &factory, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                                   &registration))) {
-    throw std::runtime_error("the application server cannot be registered");
-  }
-}
-
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -99,7 +87,9 @@ int main(int count, char** arguments) {
   bool all_served = true;
   try {
     static Site site(arguments[1], arguments[3]);
-    register_app_server(site);
+    if (FAILED(test::register_app_server(site.page()))) {
+      throw std::runtime_error("the application server cannot be registered");
+    }
     std::ifstream requests(arguments[2]);
     if (!requests) throw std::runtime_error("no requests");
     for (const test::PageRequest& request : test::read_requests(requests)) {
