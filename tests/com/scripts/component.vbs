@@ -75,6 +75,18 @@ Expect "state of the reopened", crm.Negocio_Status(CStr(deal)), "Aberto"
 Expect "unknown deal", crm.Negocio_Status(1), "NEGÓCIO INEXISTENTE"
 Expect "age", crm.Diadecorrido(deal), "0 Dias"
 
+Expect "lost", crm.Perder_Negocio(Date, 7, "não quis", deal), "0"
+Expect "state of the lost", crm.Negocio_Status(deal), "Perdido"
+Expect "reopened again", crm.Estornar_Negocio(deal), "0"
+
+Begin "objects of the library"
+Dim changed, nothing_read
+Expect "date as text", crm.QLCData.DataParaTexto(CDate("2026-03-05"), 0, 0), "05/03/2026"
+Expect "connection's time-out", CLng(crm.QLCConn.ConnectionTimeout), 15
+Set nothing_read = crm.QLCConn.Conexao.Execute("update item set observacao = 'x' where oid = " & deal, changed)
+Expect "rows changed", CLng(changed), 1
+Expect "without rows", nothing_read.State, 0
+
 Begin "recordsets"
 Dim rows, field, names, count, matrix
 Expect "query", crm.Executar("select i.oid, i.nome, n.valorprovavel, n.dataprovavel, n.fechamento, i.observacao " & _
@@ -112,6 +124,9 @@ matrix = crm.rs2.GetRows
 Expect "columns", UBound(matrix, 1), 1
 Expect "rows", UBound(matrix, 2), 2
 Expect "cell", matrix(1, 2), "ç"
+crm.rs2.MoveFirst
+matrix = crm.rs2.GetRows(2, 0, Array("b", "a"))
+Expect "chosen columns", matrix(0, 0) & UBound(matrix, 2), "x1"
 
 Begin "changes through a recordset"
 crm.Executar3 "select oid, nome, observacao from item where oid = " & deal, 2, 3
