@@ -3,7 +3,7 @@ import assert from "node:assert/strict";
 import { mkdtemp, readFile, rm, truncate, writeFile } from "node:fs/promises";
 import { tmpdir } from "node:os";
 import path from "node:path";
-import { attach, complete, day, field, follow, menu, press, saw, walk } from "./support.mjs";
+import { complete, day, field, fill, follow, menu, press, saw, walk } from "./support.mjs";
 
 walk("a company, its categories and extra fields, a contact, a deal", async (as) => {
   const page = await as("ANA");
@@ -73,6 +73,14 @@ walk("an activity, the next contact in the agenda, and the one after that", asyn
   assert.equal(await planned.count(), 0, "what was done is no longer planned");
 });
 
+// Sends from here on no faster than this; gives what ends it.
+async function slowDown(page, bytesPerSecond) {
+  const client = await page.context().newCDPSession(page);
+  const speed = { downloadThroughput: -1, uploadThroughput: bytesPerSecond };
+  await client.send("Network.emulateNetworkConditions", { offline: false, latency: 0, ...speed });
+  return () => client.detach();
+}
+
 walk("a file comes back as it went, and can be deleted", async (as) => {
   const page = await as("ANA");
   await page.goto("/empresas");
@@ -80,7 +88,13 @@ walk("a file comes back as it went, and can be deleted", async (as) => {
   await page.waitForURL(/\/empresas\/\d+$/);
   const company = new URL(page.url()).pathname;
   const buffer = Buffer.from(Array.from({ length: 300_000 }, (_, index) => (index * 7 + (index >> 8)) & 255));
-  await attach(page, company, { name: "proposta à Ótica.pdf", mimeType: "application/pdf", buffer });
+  await page.goto(company + "/arquivos/novo");
+  await fill(page, { Arquivo: { name: "proposta à Ótica.pdf", mimeType: "application/pdf", buffer } });
+  const hurry = await slowDown(page, 400_000);
+  await press(page, "Anexar");
+  await page.getByRole("status").getByText(/^\d+%$/).waitFor();
+  await saw(page, "Arquivo anexado.");
+  await hurry();
   const arrived = page.waitForEvent("download");
   await follow(page, "proposta à Ótica.pdf");
   const download = await arrived;
