@@ -20,10 +20,6 @@ constexpr const char* activity_sources =
     " left join item v on v.oid = a.rvendedor";
 constexpr std::size_t performer_column = 16;
 
-std::optional<Date> optional_date(const Variant& value) {
-  return value.is_null() ? std::nullopt : std::optional(to_date(value));
-}
-
 Activity activity_of(const Row& row) {
   Activity activity;
   activity.id = row.id(0);
@@ -32,25 +28,27 @@ Activity activity_of(const Row& row) {
   activity.kind = row.id(3);
   activity.performer = row.id(4);
   activity.contact = row.id(5);
-  activity.date = optional_date(row.value(6));
+  activity.date = row.date(6);
   activity.note = row.text(7);
-  activity.next = optional_date(row.value(8));
+  activity.next = row.date(8);
   activity.next_kind = row.id(9);
   activity.next_person = row.id(10);
   activity.kind_name = row.text(11);
   activity.deal_name = activity.deal == 0 ? std::string() : row.text(12);
   activity.contact_name = activity.contact == 0 ? std::string() : row.text(13);
   activity.next_kind_name = row.text(14);
-  activity.next_person_name = row.text(15);
+  activity.next_person_name = row.component_text(15);
   return activity;
 }
 
-View activity_view(const Row& row) {
+View activity_view(Context& context, const Row& row) {
   const Activity activity = activity_of(row);
   View view;
-  view.set("kind", activity.kind_name).set("performer", row.text(performer_column));
+  view.set("kind", activity.kind_name).set("performer", row.component_text(performer_column));
   view.set("date", activity.date ? day_text(*activity.date) : std::string());
-  view.set("change", "/atividades/" + std::to_string(activity.id) + "/alterar");
+  const std::string page = "/atividades/" + std::to_string(activity.id);
+  view.set("change", page + "/alterar").set("deletion", page + "/excluir");
+  view.flag("deletable", context.visible().sees(activity.performer));
   view.optional("note", activity.note).optional("contact", activity.contact_name);
   view.optional("deal", activity.deal_name).set("deal_page", deal_address(activity.deal));
   if (activity.next) {
@@ -67,7 +65,7 @@ std::vector<View> newest_activities(Context& context, const std::string& conditi
   each_row(context.crm(),
            concat("select ", activity_columns, activity_sources, " where ", condition,
                   " order by a.data desc, a.oid desc"),
-           activities_shown, [&](const Row& row) { views.push_back(activity_view(row)); });
+           activities_shown, [&](const Row& row) { views.push_back(activity_view(context, row)); });
   return views;
 }
 

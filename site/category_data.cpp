@@ -4,7 +4,6 @@
 #include <map>
 
 #include "dataaccess/schema/fixed.h"
-#include "site/component_text.h"
 #include "site/rows.h"
 #include "values/text.h"
 
@@ -35,7 +34,7 @@ void add_below(const Children& children, std::int32_t parent, int depth, std::ve
 std::vector<Category> read_categories(component::CRM& crm) {
   Children children;
   each_row(crm, "select oid, rsuper, nome from categoria_r order by nome, oid", 0, [&](const Row& row) {
-    children.emplace(row.id(1), Category{row.id(0), row.id(1), from_component_text(row.text(2)), 0});
+    children.emplace(row.id(1), Category{row.id(0), row.id(1), row.component_text(2), 0});
   });
   std::vector<Category> categories;
   add_below(children, fixed::class_company, 0, categories);
@@ -50,7 +49,7 @@ std::vector<Option> categories_of(component::CRM& crm, std::int32_t company) {
              " where k.ritem = ",
              company, " and c.oid >= ", fixed::first_free_oid, " order by c.nome, c.oid"),
       0, [&](const Row& row) {
-        found.push_back({row.id(0), from_component_text(row.text(1))});
+        found.push_back({row.id(0), row.component_text(1)});
       });
   return found;
 }

@@ -13,7 +13,8 @@ Company read_company(Context& context, std::int32_t id) {
       concat(
           "select j.nome, p.razaosocial, j.observacao, j.criadopor, o.nome, j.criadoem, e.rua, e.numero,"
           " e.complemento, e.bairro, ci.nome, e.cep,"
-          " case when j.oid in (select ritem from classificacao where rcategoria = 2121) then 1 else 0 end"
+          " case when j.oid in (select ritem from classificacao where rcategoria = 2121) then 1 else 0 end,"
+          " e.rcidade"
           " from pessoajuridica_r j left join pessoa p on p.oid = j.oid left join item o on o.oid = j.criadopor"
           " left join endereco e on e.oid = (select min(oid) from endereco where ritem = j.oid)"
           " left join item ci on ci.oid = e.rcidade where j.oid = ",
@@ -24,7 +25,7 @@ Company read_company(Context& context, std::int32_t id) {
                    row.text(1),
                    row.text(2),
                    row.id(3),
-                   row.text(4),
+                   row.component_text(4),
                    day_text(row.value(5)),
                    row.text(6),
                    row.text(7),
@@ -32,8 +33,15 @@ Company read_company(Context& context, std::int32_t id) {
                    row.text(9),
                    row.text(10),
                    row.text(11),
-                   row.id(12) == 1};
+                   row.id(12) == 1,
+                   row.id(13)};
       });
+  return company;
+}
+
+Company read_own_company(Context& context, std::int32_t id) {
+  Company company = read_company(context, id);
+  if (!context.visible().sees(company.owner)) throw Refusal{404};
   return company;
 }
 

@@ -17,10 +17,14 @@ struct Company {
   std::string registered;  ///< dd/mm/aaaa
   std::string street, house, complement, district, city, postal_code;
   bool client = false;
+  std::int32_t city_id = 0;
 };
 
 /// A company that the visitor may see; refuses with 404 any other.
 Company read_company(Context& context, std::int32_t company);
+
+/// One whose owner's records he may see too: clients of other teams are not his to give away or to delete.
+Company read_own_company(Context& context, std::int32_t company);
 
 struct Contact {
   std::int32_t id = 0;

@@ -3,9 +3,10 @@
 #include <string>
 #include <string_view>
 
-/// The border to what the component writes into pages as it is stored: names of categories, and labels,
-/// choices and text values of extra fields. They are stored as HTML text, so that the component's own HTML
-/// shows them as they were typed; where the site shows them itself, they are taken back.
+/// The border to what the component writes into pages as it is stored: names of categories and of
+/// salespeople, and labels, choices and text values of extra fields. They are stored as HTML text, so that
+/// the component's own HTML shows them as they were typed; where the site shows them itself, they are taken
+/// back.
 namespace pradelis::site {
 
 /// What is stored for a typed text.

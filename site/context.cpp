@@ -61,6 +61,14 @@ const Visibility& Context::visible() {
   return *visible_;
 }
 
+void Context::require_administrator() {
+  if (!visible().administers()) throw Refusal{404};
+}
+
+void Context::require_maintenance() const {
+  if (!user().maintenance) throw Refusal{404};
+}
+
 bool Context::find_session() {
   const auto cookie = request_.cookies.find(session_cookie);
   if (cookie == request_.cookies.end()) return false;
@@ -68,14 +76,20 @@ bool Context::find_session() {
   if (!session) return false;
   session_ = std::move(*session);
   session_name_ = cookie->second;
-  if (session_.user->team_version != session_.team_version) refresh_user();
+  if (session_.user->team_version != session_.team_version && !refresh_user()) return false;
   apartment_.set_user_information(session_.user->information);
   return true;
 }
 
-void Context::refresh_user() {
+bool Context::refresh_user() {
+  if (!is_live(crm(), *session_.user)) {
+    if (const UserPtr ended = site_.sessions().close(session_name_)) end_usage_session(crm(), *ended);
+    session_ = {};
+    return false;
+  }
   session_.user = read_user(crm(), *session_.user, session_.team_version);
   site_.sessions().replace_user(session_name_, session_.user);
+  return true;
 }
 
 void Context::set_cookie(const std::string& value, bool expired) {
@@ -119,13 +133,16 @@ void Context::show(const std::string& template_name, const std::string& title, c
 }
 
 void Context::show_form(const Form& form, const FormPage& page) {
-  if (form.refused()) response_.status = 422;
+  if (form.refused() && request_.method == "POST") response_.status = 422;
   View view;
   std::vector<View> trail;
   for (const Link& link : page.trail)
     trail.push_back(View().set("address", link.address).set("text", link.text));
   view.section("form", form.view()).set("action", request_.target).set("button", page.button);
   view.set("cancel", page.trail.empty() ? "/" : page.trail.back().address).list("trail", std::move(trail));
+  std::vector<View> details;
+  for (const std::string& line : page.details) details.push_back(View().set("line", line));
+  view.flag("detailed", !details.empty()).list("details", std::move(details));
   view.optional("lead", page.lead).set("kind", page.danger ? "danger" : "primary");
   show("form", page.title, page.area, std::move(view));
 }

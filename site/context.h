@@ -31,6 +31,7 @@ struct FormPage {
   std::vector<Link> trail;  ///< the way here, from the area's first page; cancelling leads to the last
   std::string lead = {};    ///< a line under the title
   bool danger = false;      ///< whether sending it gives something up
+  std::vector<std::string> details = {};  ///< lines under that
 };
 
 /// What a page works with: the request, the component, who asks, and the ways to answer.
@@ -61,6 +62,10 @@ class Context {
   std::int32_t person() const { return session_.user->person; }
   /// What he may see and change.
   const Visibility& visible();
+  /// Refuses with 404 those who administer no group.
+  void require_administrator();
+  /// Refuses with 404 everybody but the maintenance user.
+  void require_maintenance() const;
   /// The secret that his forms carry.
   const std::string& token() const { return session_.token; }
 
@@ -71,7 +76,7 @@ class Context {
 
   /// Answers with a page. `area` marks the menu's entry ("empresas", ...).
   void show(const std::string& template_name, const std::string& title, const std::string& area, View view);
-  /// Answers with a page that is a form. One with something refused is answered with status 422.
+  /// Answers with a page that is a form. One that was sent and refused is answered with status 422.
   void show_form(const Form& form, const FormPage& page);
   /// Sends the browser on. `message` shows on the next page.
   void redirect(const std::string& address, const std::string& message = {});
@@ -86,7 +91,8 @@ class Context {
 
  private:
   View frame(const std::string& title, const std::string& area);
-  void refresh_user();
+  /// Reads again what the user may see. False when his account was deleted, which ends the session.
+  bool refresh_user();
   void set_cookie(const std::string& value, bool expired);
 
   Site& site_;

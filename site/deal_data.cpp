@@ -6,10 +6,6 @@
 namespace pradelis::site {
 namespace {
 
-std::optional<Date> optional_date(const Variant& value) {
-  return value.is_null() ? std::nullopt : std::optional(to_date(value));
-}
-
 std::vector<Option> read_classes(Context& context, std::int32_t deal) {
   std::vector<Option> classes;
   each_row(context.crm(),
@@ -58,11 +54,11 @@ Deal read_deal(Context& context, std::int32_t id) {
         deal.indicator = row.id(5);
         deal.company_name = row.text(6);
         deal.contact_name = deal.contact == 0 ? std::string() : row.text(7);
-        deal.salesperson_name = row.text(8);
+        deal.salesperson_name = row.component_text(8);
         deal.indicator_name = row.text(9);
         deal.loss_reason = row.text(10);
-        deal.expected = optional_date(row.value(11));
-        deal.closed = optional_date(row.value(12));
+        deal.expected = row.date(11);
+        deal.closed = row.date(12);
         deal.expected_value = row.number(13);
         if (!row.value(14).is_null()) deal.closing_value = row.number(14);
         deal.registered = day_text(row.value(15));
@@ -99,7 +95,7 @@ View deal_entry(const Row& row) {
   const DealState state = deal_state(row.value(6), row.value(8));
   View view = state_view(state);
   view.set("address", deal_address(row.id(0))).set("name", row.text(1)).set("company", row.text(2));
-  view.set("salesperson", row.text(3));
+  view.set("salesperson", row.component_text(3));
   view.set("value", money_text(row.value(state == DealState::Won ? 7 : 5)));
   const Variant date = row.value(state == DealState::Open ? 4 : 6);
   view.set("date", day_text(date)).optional("distance", date.is_null() ? "" : distance_text(to_date(date)));

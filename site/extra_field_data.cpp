@@ -7,6 +7,7 @@
 #include "site/component_text.h"
 #include "site/identifiers.h"
 #include "site/rows.h"
+#include "site/transaction.h"
 #include "site/typed_values.h"
 #include "values/text.h"
 
@@ -18,8 +19,6 @@ namespace fixed = dataaccess::fixed;
 constexpr std::int32_t shown = 1;
 constexpr std::size_t longest_text = 2000;
 constexpr std::size_t longest_number = 40;
-constexpr const char* changed_meanwhile =
-    "Outra pessoa mudou este campo enquanto isso. Para deixar o que você escreveu, salve de novo.";
 constexpr const char* before_prefix = "ANTES";
 constexpr std::string_view row_begin = "<tr>\r\n";
 constexpr std::string_view row_end = "</tr>\r\n";
@@ -61,6 +60,18 @@ bool is_choice(Context& context, const ExtraField& field, const std::string& typ
   take_component_html();
   context.crm().Aditivo_Escrever(field.id, 1, false, "", "");
   return take_component_html().find("<option value=\"" + typed + "\"") != std::string::npos;
+}
+
+std::string changed_meanwhile(Context& context, const ExtraField& field, const std::string& present) {
+  std::string readable = present;
+  if (field.list != 0) {
+    const std::int32_t chosen = parse_identifier(present).value_or(0);
+    const std::string name = concat("select nome from item where oid = ", chosen);
+    readable = from_component_text(plain_text(single_value(context.crm(), name)));
+  }
+  return "Outra pessoa mudou este campo enquanto isso; está gravado " +
+         (readable.empty() ? "em branco" : "“" + readable + "”") +
+         ". Para deixar o que você escreveu, salve de novo.";
 }
 
 /// What is to be stored, or why it is refused.
@@ -176,15 +187,26 @@ TypedFields shown_extra_fields(const Parameters& posted, const std::vector<Extra
   return shown_before;
 }
 
+namespace {
+
+std::string state_of(const TypedFields& values) {
+  std::string state;
+  for (const auto& [field, value] : values) state += concat(field, "=", value, "\n");
+  return state;
+}
+
+}  // namespace
+
 bool store_extra_fields(Context& context, Form& form, const std::vector<ExtraField>& fields,
                         const TypedFields& typed, const TypedFields& before, std::int32_t company) {
   component::CRM& crm = context.crm();
+  const TypedFields stored = stored_extra_fields(context, fields, company);
   std::vector<std::pair<std::int32_t, Variant>> changes;
   std::string reasons;
   for (const ExtraField& field : fields) {
     const auto found = typed.find(field.id);
     if (found == typed.end()) continue;
-    const std::string present = as_typed(crm, field, company);
+    const std::string& present = stored.at(field.id);
     const auto shown_before = before.find(field.id);
     const std::string& shown = shown_before == before.end() ? present : shown_before->second;
     const auto same = [&](const std::string& one, const std::string& other) {
@@ -192,7 +214,7 @@ bool store_extra_fields(Context& context, Form& form, const std::vector<ExtraFie
     };
     if (same(found->second, shown) || same(found->second, present)) continue;
     Checked checked = check(context, field, found->second);
-    if (!same(shown, present)) checked.reason = changed_meanwhile;
+    if (!same(shown, present)) checked.reason = changed_meanwhile(context, field, present);
     if (checked.reason.empty()) {
       changes.emplace_back(field.id, std::move(checked.value));
     } else {
@@ -200,7 +222,9 @@ bool store_extra_fields(Context& context, Form& form, const std::vector<ExtraFie
     }
   }
   if (!reasons.empty()) form.refuse(reasons);
-  return !form.refused() && attempt(form, [&] {
+  const auto present = [&] { return Form().guard(state_of(stored_extra_fields(context, fields, company))); };
+  form.guard(state_of(stored));
+  return !form.refused() && change_record(crm, {"item", company}, form, present, [&] {
     for (const auto& [field, value] : changes) {
       const std::string result = crm.Alterar_Aditivo(company, field, value);
       if (result != "0") form.refuse(result);

@@ -57,7 +57,7 @@ std::vector<View> file_views(Context& context, std::int32_t record) {
              Variant size = row.id(5);
              View view;
              view.set("address", address).set("name", row.text(1)).optional("note", row.text(2));
-             view.set("creator", row.text(3)).set("date", day_text(row.value(4)));
+             view.set("creator", row.component_text(3)).set("date", day_text(row.value(4)));
              view.set("size", crm.Escrever_Tamanho_Arquivo(size)).set("deletion", address + "/excluir");
              views.push_back(std::move(view));
            });

@@ -9,166 +9,25 @@
 #include "site/identifiers.h"
 #include "site/typed_values.h"
 #include "values/convert.h"
-#include "values/text.h"
 
 namespace pradelis::site {
 namespace {
 
-constexpr double largest_amount = 99'999'999'999'999.0;
+constexpr const char* guard_field = "_versao";
+constexpr const char* changed_meanwhile_text =
+    "Outra pessoa mudou este registro enquanto você escrevia. O que você escreveu continua aqui, e ao lado está"
+    " o que ficou gravado. Salve de novo para deixar o que você escreveu.";
 
-std::size_t character_count(std::string_view text) {
-  return static_cast<std::size_t>(std::count_if(
-      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
-}
-
-bool is_amount(const std::string& text) {
-  if (text.find_first_not_of("0123456789.,R$ ") != std::string::npos) return false;
-  const auto amount = parse_number(text);
-  return amount && *amount <= largest_amount;
-}
-
-bool is_option(const std::vector<Option>& options, std::string_view text) {
-  const auto id = parse_identifier(text);
-  return id && std::any_of(options.begin(), options.end(), [&](const Option& o) { return o.id == *id; });
+/// A digest (FNV-1a) in hexadecimal digits: tells states apart, keeps no secret.
+std::string digest(std::string_view state) {
+  std::uint64_t hash = 0xcbf29ce484222325U;
+  for (const char c : state) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3U;
+  std::string digits;
+  for (int shift = 60; shift >= 0; shift -= 4) digits += "0123456789abcdef"[(hash >> shift) & 15U];
+  return digits;
 }
 
 }  // namespace
-
-void keep_option(std::vector<Option>& options, std::int32_t id, const std::string& label) {
-  if (id == 0) return;
-  const bool offered =
-      std::any_of(options.begin(), options.end(), [&](const Option& option) { return option.id == id; });
-  if (!offered) options.push_back({id, label});
-}
-
-Field::Field(Kind kind, std::string name, std::string label, std::vector<Option> options)
-    : kind_(kind),
-      name_(std::move(name)),
-      label_(std::move(label)),
-      options_(std::move(options)),
-      limit_(kind == Kind::Area ? 4000 : 120) {}
-
-Field& Field::required() {
-  required_ = true;
-  return *this;
-}
-Field& Field::limit(std::size_t characters) {
-  limit_ = characters;
-  return *this;
-}
-Field& Field::literal() {
-  literal_ = true;
-  return *this;
-}
-Field& Field::hint(std::string text) {
-  hint_ = std::move(text);
-  return *this;
-}
-Field& Field::autocomplete(std::string name) {
-  autocomplete_ = std::move(name);
-  return *this;
-}
-Field& Field::keyboard(std::string name) {
-  keyboard_ = std::move(name);
-  return *this;
-}
-Field& Field::suggestions(std::string address) {
-  suggestions_ = std::move(address);
-  return *this;
-}
-Field& Field::half() {
-  half_ = true;
-  return *this;
-}
-Field& Field::value(std::string text) {
-  values_ = {std::move(text)};
-  return *this;
-}
-Field& Field::value(std::int32_t id) { return value(id == 0 ? std::string() : std::to_string(id)); }
-Field& Field::value(const std::vector<std::int32_t>& ids) {
-  values_.clear();
-  for (const std::int32_t id : ids) values_.push_back(std::to_string(id));
-  return *this;
-}
-Field& Field::value(Date date) { return value(iso_day(date)); }
-Field& Field::money(double amount) { return value(amount_text(amount)); }
-
-const std::string& Field::text() const {
-  static const std::string none;
-  return values_.empty() ? none : values_.front();
-}
-
-bool Field::blank() const {
-  return std::all_of(values_.begin(), values_.end(), [](const std::string& text) { return text.empty(); });
-}
-
-void Field::take(const Parameters& typed) {
-  values_ = typed.all(name_);
-  if (kind_ != Kind::Checks) values_.resize(1);
-  if (kind_ == Kind::Password) return;
-  for (std::string& text : values_) text = std::string(trim(text));
-}
-
-void Field::check() {
-  error_.clear();
-  if (kind_ == Kind::File) return;
-  if (blank()) {
-    if (required_) error_ = kind_ == Kind::Choice ? "Escolha uma opção." : "Preencha este campo.";
-    return;
-  }
-  for (const std::string& text : values_) {
-    if (error_.empty()) check_one(text);
-  }
-}
-
-void Field::check_one(const std::string& text) {
-  switch (kind_) {
-    case Kind::Choice:
-    case Kind::Checks:
-      if (!is_option(options_, text)) error_ = "Escolha uma das opções oferecidas.";
-      return;
-    case Kind::Date:
-      if (!parse_day(text)) error_ = "Data inválida. Escreva como 31/12/2026.";
-      return;
-    case Kind::Money:
-      if (!is_amount(text)) error_ = "Valor inválido. Escreva como 1.234,56.";
-      return;
-    case Kind::Text:
-    case Kind::Password:
-      if (text.find_first_of("\r\n\t") != std::string::npos) error_ = "Escreva em uma só linha.";
-      break;
-    case Kind::Area:
-    case Kind::File:
-      break;
-  }
-  if (character_count(text) > limit_) {
-    error_ = "Use no máximo " + std::to_string(limit_) + " caracteres.";
-  } else if (literal_ && could_end_literal(text)) {
-    error_ = "Não use aspas simples (') nem barra invertida (\\) aqui.";
-  }
-}
-
-View Field::view(bool focused) const {
-  View view;
-  view.set("name", name_).set("label", label_).set("value", text()).set("autocomplete", autocomplete_);
-  view.set("limit", std::to_string(limit_)).flag("required", required_).flag("half", half_);
-  view.flag("focused", focused).flag("optional", !required_ && kind_ != Kind::Checks);
-  view.flag("is_text", kind_ == Kind::Text).flag("is_area", kind_ == Kind::Area);
-  view.flag("is_password", kind_ == Kind::Password).flag("is_date", kind_ == Kind::Date);
-  view.flag("is_money", kind_ == Kind::Money).flag("is_choice", kind_ == Kind::Choice);
-  view.flag("is_file", kind_ == Kind::File)
-      .flag("is_checks", kind_ == Kind::Checks)
-      .flag("described", !hint_.empty() || !error_.empty());
-  view.optional("keyboard", keyboard_).optional("suggestions", suggestions_).optional("hint", hint_);
-  view.optional("invalid", error_).set("blank", required_ ? "Escolha…" : "—");
-  std::vector<View> options;
-  for (const Option& option : options_) {
-    const std::string id = std::to_string(option.id);
-    const bool chosen = std::find(values_.begin(), values_.end(), id) != values_.end();
-    options.push_back(View().set("id", id).set("option", option.label).flag("chosen", chosen));
-  }
-  return view.list("options", std::move(options));
-}
 
 Field& Form::add(Field::Kind kind, std::string name, std::string label, std::vector<Option> options) {
   return fields_.emplace_back(kind, std::move(name), std::move(label), std::move(options));
@@ -203,11 +62,43 @@ bool Form::has(std::string_view name) const {
   return std::any_of(fields_.begin(), fields_.end(), [&](const Field& field) { return field.name_ == name; });
 }
 
+Form& Form::guard() {
+  std::string state;
+  for (Field& field : fields_) {
+    field.stored_ = Field::Stored{field.values_, field.readable()};
+    state += field.name_ + '\0';
+    for (const std::string& value : field.values_) state += value + '\0';
+    state += '\0';
+  }
+  return guard(state);
+}
+
+Form& Form::guard(std::string_view state) {
+  guard_ = digest(state);
+  return *this;
+}
+
+bool Form::is_current(const Form& present) {
+  if (guard_ == present.guard_) return true;
+  guard_ = present.guard_;
+  for (Field& field : fields_) {
+    if (present.has(field.name_)) field.stored_ = present.field(field.name_).stored_;
+  }
+  refuse_as_changed();
+  return false;
+}
+
+void Form::refuse_as_changed() {
+  changed_meanwhile_ = true;
+  refuse(changed_meanwhile_text);
+}
+
 bool Form::read(const Parameters& typed) {
   for (Field& field : fields_) {
     field.take(typed);
     field.check();
   }
+  if (!guard_.empty() && typed.get(guard_field) != guard_) refuse_as_changed();
   return !refused();
 }
 
@@ -217,6 +108,14 @@ void Form::refuse(std::string message) { error_ = std::move(message); }
 bool Form::refused() const {
   return !error_.empty() || std::any_of(fields_.begin(), fields_.end(),
                                         [](const Field& field) { return !field.error_.empty(); });
+}
+
+std::string Form::reasons() const {
+  std::string reasons = error_;
+  for (const Field& field : fields_) {
+    if (!field.error_.empty()) reasons += (reasons.empty() ? "" : " ") + field.label_ + ": " + field.error_;
+  }
+  return reasons;
 }
 
 const Field& Form::field(std::string_view name) const {
@@ -256,16 +155,19 @@ View Form::view() const {
   std::vector<View> fields;
   std::vector<View> errors;
   for (const Field& field : fields_) {
-    fields.push_back(field.view(!field.error_.empty() && errors.empty()));
+    fields.push_back(field.view(!field.error_.empty() && errors.empty(), changed_meanwhile_));
     if (field.error_.empty()) continue;
     errors.push_back(View().set("name", field.name_).set("label", field.label_).set("error", field.error_));
   }
   view.flag("has_file", std::any_of(fields_.begin(), fields_.end(),
                                     [](const Field& field) { return field.kind_ == Field::Kind::File; }));
+  view.flag("guarded", !guard_.empty()).set("guard", guard_).set("guard_field", guard_field);
   view.flag("refused", refused()).optional("error", error_).flag("has_errors", !errors.empty());
   return view.list("fields", std::move(fields)).list("errors", std::move(errors));
 }
 
-View Form::view_of(std::string_view name) const { return field(name).view(!field(name).error_.empty()); }
+View Form::view_of(std::string_view name) const {
+  return field(name).view(!field(name).error_.empty(), changed_meanwhile_);
+}
 
 }  // namespace pradelis::site

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "site/field.h"
 #include "site/parameters.h"
 #include "site/view.h"
 #include "values/date.h"
@@ -17,63 +18,6 @@ class CRM;
 }
 
 namespace pradelis::site {
-
-/// One of the values that a choice offers.
-struct Option {
-  std::int32_t id = 0;
-  std::string label;
-};
-
-/// Keeps what a record names already among the options, also when it is no longer offered. Nothing for 0.
-void keep_option(std::vector<Option>& options, std::int32_t id, const std::string& label);
-
-/// One question of a form. The setters give the field back, so that they can be chained.
-class Field {
- public:
-  enum class Kind { Text, Area, Password, Date, Money, Choice, Checks, File };
-
-  Field(Kind kind, std::string name, std::string label, std::vector<Option> options = {});
-
-  /// Must not be left empty.
-  Field& required();
-  /// At most so many characters (texts have 120, areas 4000, when nothing is said).
-  Field& limit(std::size_t characters);
-  /// Goes into a statement as it is: texts that could end a literal are refused.
-  Field& literal();
-  /// A line of help under the field.
-  Field& hint(std::string text);
-  /// What browsers may fill in, by the name that HTML has for it ("username", "off", ...).
-  Field& autocomplete(std::string name);
-  /// Keyboard that phones show ("numeric", ...).
-  Field& keyboard(std::string name);
-  /// Where a script finds suggestions while one types.
-  Field& suggestions(std::string address);
-  /// Takes half of the form's width where there is room.
-  Field& half();
-  /// What the field shows before anything was typed.
-  Field& value(std::string text);
-  Field& value(std::int32_t id);
-  Field& value(const std::vector<std::int32_t>& ids);
-  Field& value(Date date);
-  Field& money(double amount);
-
- private:
-  friend class Form;
-
-  void take(const Parameters& typed);
-  void check();
-  void check_one(const std::string& text);
-  View view(bool focused) const;
-  const std::string& text() const;
-  bool blank() const;
-
-  Kind kind_;
-  std::string name_, label_, hint_, autocomplete_ = "off", keyboard_, suggestions_, error_;
-  std::vector<Option> options_;
-  std::vector<std::string> values_;  // as typed; several for checks
-  std::size_t limit_;
-  bool required_ = false, literal_ = false, half_ = false;
-};
 
 /// A form: its fields, what was typed into them, and what is wrong with that. What was typed is kept
 /// as it is, so that nobody types it twice.
@@ -101,6 +45,16 @@ class Form {
     return *this;
   }
 
+  /// Guards a record against a second writer: what the fields hold now is what is stored. The form carries a
+  /// digest of it; when it comes back with another one, somebody has changed the record meanwhile, and `read`
+  /// refuses it: what was typed stays, what is stored now shows beside the fields that differ, and saving
+  /// once more keeps what was typed.
+  Form& guard();
+  /// As above for a record of which the form shows nothing: `state` is what must not have changed.
+  Form& guard(std::string_view state);
+  /// Compares with a form that was filled and guarded anew. False, as from `read`, when they differ.
+  bool is_current(const Form& present);
+
   /// Takes what was typed, and checks it. True when nothing is wrong.
   bool read(const Parameters& typed);
 
@@ -108,6 +62,8 @@ class Form {
   void refuse(std::string_view field, std::string message);
   void refuse(std::string message);
   bool refused() const;
+  /// What is wrong, in one line; empty when nothing is.
+  std::string reasons() const;
 
   // What was typed, once `read` has found it right.
 
@@ -132,8 +88,12 @@ class Form {
   Field& field(std::string_view name);
   const Field& field(std::string_view name) const;
 
+  void refuse_as_changed();
+
   std::deque<Field> fields_;
   std::string error_;
+  std::string guard_;  // digest of what is stored; empty when nothing is guarded
+  bool changed_meanwhile_ = false;
 };
 
 }  // namespace pradelis::site

@@ -29,9 +29,21 @@ std::int32_t add_category(component::CRM& crm, std::int32_t parent, const std::s
   return oid;
 }
 
+void rename_item(component::CRM& crm, std::int32_t item, const std::string& name, std::int32_t changer) {
+  const Variant same = Variant::missing();
+  crm.QLCBase()->AlterarItem(item, changer, name, same, same, same, same);
+}
+
 std::int32_t add_entry(component::CRM& crm, ReferenceList list, const std::string& name,
                        std::int32_t creator) {
   return add_category(crm, static_cast<std::int32_t>(list), name, creator);
+}
+
+void refuse_if_listed(Form& form, const std::vector<Option>& entries) {
+  const std::string name = to_upper(form.text_of("nome"));
+  for (const Option& entry : entries) {
+    if (to_upper(entry.label) == name) form.refuse("nome", "Já está na lista.");
+  }
 }
 
 std::optional<std::int32_t> find_city(component::CRM& crm, const std::string& name) {

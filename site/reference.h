@@ -30,9 +30,15 @@ std::vector<Option> entries(component::CRM& crm, ReferenceList list);
 std::int32_t add_category(component::CRM& crm, std::int32_t parent, const std::string& name,
                           std::int32_t creator);
 
+/// Gives an object another name, and keeps the rest of it.
+void rename_item(component::CRM& crm, std::int32_t item, const std::string& name, std::int32_t changer);
+
 /// Adds an entry; gives its identifier.
 std::int32_t add_entry(component::CRM& crm, ReferenceList list, const std::string& name,
                        std::int32_t creator);
+
+/// Refuses the name that a form holds in "nome" when it stands among `entries`, whatever its case.
+void refuse_if_listed(Form& form, const std::vector<Option>& entries);
 
 /// The city of this name, whatever its case.
 std::optional<std::int32_t> find_city(component::CRM& crm, const std::string& name);

@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "component/crm.h"
+#include "site/component_text.h"
 #include "site/format.h"
 #include "values/convert.h"
 
@@ -19,10 +21,17 @@ class Row {
   Variant value(std::size_t column) const { return rows_.value(column); }
   /// Empty for Null.
   std::string text(std::size_t column) const { return plain_text(rows_.value(column)); }
+  /// As typed, of a text that is stored as HTML text: names of categories and salespeople, and the like.
+  std::string component_text(std::size_t column) const { return from_component_text(text(column)); }
   /// 0 for Null.
   std::int32_t id(std::size_t column) const {
     const Variant value = rows_.value(column);
     return value.is_null() ? 0 : to_int32(value);
+  }
+  /// Nothing for Null.
+  std::optional<Date> date(std::size_t column) const {
+    const Variant value = rows_.value(column);
+    return value.is_null() ? std::nullopt : std::optional(to_date(value));
   }
   double number(std::size_t column) const {
     const Variant value = rows_.value(column);
@@ -58,6 +67,18 @@ inline Variant single_value(component::CRM& crm, const std::string& sql) {
   Variant value = Variant::null();
   each_row(crm, sql, 1, [&](const Row& row) { value = row.value(0); });
   return value;
+}
+
+/// Changes the row that `sql` selects, if there is one; `fill` sets its columns.
+template <class Fill>
+void change_row(component::CRM& crm, const std::string& sql, Fill&& fill) {
+  crm.Executar(sql, dataaccess::CursorType::Dynamic, dataaccess::LockType::Optimistic);
+  const dataaccess::RecordsetPtr row = std::exchange(crm.rs, nullptr);
+  if (!row->Eof()) {
+    fill(*row);
+    row->Update();
+  }
+  row->Close();
 }
 
 /// Appends a row to a table; `fill` sets its columns.

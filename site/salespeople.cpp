@@ -1,6 +1,7 @@
 #include "site/salespeople.h"
 
 #include "component/crm.h"
+#include "site/component_text.h"
 #include "site/identifiers.h"
 #include "site/rows.h"
 #include "values/error.h"
@@ -43,9 +44,10 @@ std::int32_t register_salesperson(component::CRM& crm, const NewSalesperson& per
                                   std::int32_t manager) {
   Variant login = person.login;
   Variant oid;
-  if (!crm.Cadastrar_Vendedor(person.name, person.street, person.house, person.complement, person.district,
-                              person.postal_code, person.city, join_identifiers(person.groups), login,
-                              person.password, registrar, oid, Variant())) {
+  if (!crm.Cadastrar_Vendedor(to_component_text(person.name), person.street, person.house, person.complement,
+                              person.district, person.postal_code, person.city,
+                              join_identifiers(person.groups), login, person.password, registrar, oid,
+                              Variant())) {
     return 0;
   }
   enter_in_register(crm, person, to_int32(oid), manager);

@@ -15,7 +15,7 @@ namespace pradelis::site {
 std::string salesperson_password(component::CRM& crm, const std::string& login, const std::string& password);
 
 struct NewSalesperson {
-  std::string name;
+  std::string name;   ///< as typed
   std::string login;  ///< goes into a statement as it is: the caller has checked it
   std::string password;
   std::vector<std::int32_t> groups;

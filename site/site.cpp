@@ -75,8 +75,14 @@ Site::Site(ApplicationSettings settings, std::unique_ptr<SessionStore> sessions)
   add_file_pages(router_);
   add_extra_field_pages(router_);
   add_extra_field_admin_pages(router_);
+  add_choice_list_pages(router_);
   add_category_pages(router_);
-  add_team_pages(router_);
+  add_group_pages(router_);
+  add_salesperson_pages(router_);
+  add_hand_over_pages(router_);
+  add_deletion_pages(router_);
+  add_deletion_register(router_);
+  add_import_pages(router_);
   add_city_pages(router_);
   add_list_pages(router_);
 }

@@ -4,7 +4,9 @@
 
 #include "component/crm.h"
 #include "site/identifiers.h"
+#include "site/rows.h"
 #include "values/error.h"
+#include "values/text.h"
 
 namespace pradelis::site {
 
@@ -16,6 +18,12 @@ UserPtr read_user(component::CRM& crm, User user, std::int32_t team_version) {
   user.groups = parse_identifiers(groups->fGruposVisiveis(user.person, groups_below)).value();
   user.team_version = team_version;
   return std::make_shared<const User>(std::move(user));
+}
+
+bool is_live(component::CRM& crm, const User& user) {
+  constexpr std::size_t account = 2;
+  const std::int32_t id = to_int32(user.information.get<Variant::Array>().at(account));
+  return !single_value(crm, concat("select oid from usuario_r where oid = ", id)).is_null();
 }
 
 void end_usage_session(component::CRM& crm, const User& user) {

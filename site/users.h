@@ -15,6 +15,9 @@ namespace pradelis::site {
 /// \param team_version  state of the groups before this reading
 UserPtr read_user(component::CRM& crm, User user, std::int32_t team_version);
 
+/// Whether the user's account was not deleted since he logged in.
+bool is_live(component::CRM& crm, const User& user);
+
 /// Ends the usage session that the login opened. A usage session that another application opened, or
 /// has ended, is left alone.
 void end_usage_session(component::CRM& crm, const User& user);

@@ -82,7 +82,7 @@ std::vector<Option> Visibility::salespeople() const {
   if (user_.maintenance) people.push_back({user_.person, "Manutenção"});
   each_row(crm_, concat("select oid, nome from vendedor_r where oid in (", users(), ") order by nome"), 0,
            [&](const Row& row) {
-             people.push_back({row.id(0), row.text(1)});
+             people.push_back({row.id(0), row.component_text(1)});
            });
   return people;
 }

@@ -67,9 +67,10 @@ function runScript(text) {
   if (call && call[1] in componentFunctions) componentFunctions[call[1]](document.getElementById(call[2]));
 }
 
-// The text that follows a box becomes its label.
+// The text that follows a box becomes its label; that of the tree's root stands in the element that follows.
 function labelBox(box) {
-  const text = box.nextSibling;
+  let text = box.nextSibling;
+  if (text && text.textContent.trim() === "") text = box.nextElementSibling?.querySelector("b")?.firstChild;
   if (!text || text.nodeType !== Node.TEXT_NODE) return;
   const label = box.ownerDocument.createElement("label");
   label.htmlFor = box.id;

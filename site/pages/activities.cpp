@@ -6,6 +6,7 @@
 #include "site/pages/pages.h"
 #include "site/reference.h"
 #include "site/rows.h"
+#include "site/transaction.h"
 #include "values/clock.h"
 #include "values/text.h"
 
@@ -102,14 +103,15 @@ void ask_registration(Context& context) {
 void register_activity(Context& context) {
   const Company company = read_company(context, context.id());
   Form form = activity_form(context, company.id, nullptr);
-  const bool done = read_activity_form(context, form) && attempt(form, [&] {
-                      const Plan plan(form);
-                      const std::int32_t kind = form.id_of("atividade");
-                      context.crm().Cadastrar_Atividade(
-                          company.id, form.id_of("negocio"), kind, context.person(), form.id_of("contato"),
-                          *form.date_of("data"), form.text_of("observacao"), plan.when, plan.kind, now(),
-                          kind_name(context, kind), plan.person);
-                    });
+  const bool done =
+      read_activity_form(context, form) && attempt_whole(context.crm(), {"item", company.id}, form, [&] {
+        const Plan plan(form);
+        const std::int32_t kind = form.id_of("atividade");
+        context.crm().Cadastrar_Atividade(company.id, form.id_of("negocio"), kind, context.person(),
+                                          form.id_of("contato"), *form.date_of("data"),
+                                          form.text_of("observacao"), plan.when, plan.kind, now(),
+                                          kind_name(context, kind), plan.person);
+      });
   if (!done) return show_registration(context, form, company);
   context.redirect(page_of(company.id, form.id_of("negocio")), "Atividade registrada.");
 }
@@ -119,20 +121,30 @@ void show_change(Context& context, const Form& form, const Company& company) {
                            "Com " + company.name + "."});
 }
 
-void ask_change(Context& context) {
-  const Activity activity = read_activity(context, context.id());
+/// The form of an activity as it is stored.
+Form change_form(Context& context, const Activity& activity) {
   Form form = activity_form(context, activity.company, &activity);
   form.fill("atividade", activity.kind).fill("contato", activity.contact).fill("negocio", activity.deal);
   if (activity.date) form.fill("data", *activity.date);
   form.fill("observacao", activity.note).fill("proxima", activity.next_kind);
-  if (activity.next) form.fill("proximo", *activity.next).fill("responsavel", activity.next_person);
-  show_change(context, form, read_company(context, activity.company));
+  form.fill("responsavel", activity.next_person);
+  if (activity.next) form.fill("proximo", *activity.next);
+  form.guard();
+  if (!activity.next) form.fill("responsavel", context.person());
+  return form;
+}
+
+void ask_change(Context& context) {
+  const Activity activity = read_activity(context, context.id());
+  show_change(context, change_form(context, activity), read_company(context, activity.company));
 }
 
 void change_activity(Context& context) {
   const Activity activity = read_activity(context, context.id());
-  Form form = activity_form(context, activity.company, &activity);
-  const bool done = read_activity_form(context, form) && attempt(form, [&] {
+  Form form = change_form(context, activity);
+  const auto present = [&] { return change_form(context, read_activity(context, activity.id)); };
+  const bool done = read_activity_form(context, form) &&
+                    change_record(context.crm(), {"item", activity.id}, form, present, [&] {
                       const Plan plan(form);
                       context.crm().Alterar_Atividade(
                           activity.company, form.id_of("negocio"), activity.performer, form.id_of("contato"),

@@ -11,6 +11,7 @@
 #include "site/pages/pages.h"
 #include "site/reference.h"
 #include "site/rows.h"
+#include "site/transaction.h"
 #include "values/text.h"
 
 namespace pradelis::site {
@@ -19,7 +20,6 @@ namespace {
 namespace fixed = dataaccess::fixed;
 
 constexpr std::int16_t root_indent = 0;
-constexpr std::size_t longest_stored_name = 255;
 
 using Ids = std::set<std::int32_t>;
 
@@ -79,12 +79,13 @@ void store_choice(Context& context) {
                                      [&](const Category& category) { return category.id == id; });
     if (!offered && !present.contains(id)) form.refuse("Escolha entre as categorias oferecidas.");
   }
-  const bool done = !form.refused() && attempt(form, [&] {
+  const bool done = !form.refused() && attempt_whole(crm, {"item", company.id}, form, [&] {
+    const Ids now = present_categories(crm, company.id);
     for (const std::int32_t id : chosen) {
-      if (!before.contains(id) && !present.contains(id)) crm.Cadastrar_Classificacao(company.id, id);
+      if (!before.contains(id) && !now.contains(id)) crm.Cadastrar_Classificacao(company.id, id);
     }
     for (const std::int32_t id : before) {
-      if (!chosen.contains(id) && present.contains(id)) unclassify(crm, company.id, id);
+      if (!chosen.contains(id) && now.contains(id)) unclassify(crm, company.id, id);
     }
   });
   if (!done) return show_choice(context, form, company, before, chosen);
@@ -92,10 +93,6 @@ void store_choice(Context& context) {
 }
 
 // The tree itself
-
-void require_maintenance(Context& context) {
-  if (!context.user().maintenance) throw Refusal{404};
-}
 
 const std::vector<Link>& tree_trail() {
   static const std::vector<Link> trail = {{"/equipe", "Equipe"}, {"/categorias", "Categorias"}};
@@ -116,7 +113,7 @@ std::vector<Option> paths(const std::vector<Category>& categories) {
 }
 
 void show_tree(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   std::vector<View> views;
   for (const Option& path : paths(read_categories(context.crm()))) {
     views.push_back(View().set("path", path.label).set("id", std::to_string(path.id)));
@@ -128,7 +125,7 @@ void show_tree(Context& context) {
 
 Form category_form(Context& context, bool registering) {
   Form form;
-  form.text("nome", "Nome").required();
+  form.text("nome", "Nome").required().shown_by_component();
   if (registering) {
     form.choice("pai", "Abaixo de", paths(read_categories(context.crm())))
         .hint("Sem escolha, a categoria fica no topo.");
@@ -136,29 +133,22 @@ Form category_form(Context& context, bool registering) {
   return form;
 }
 
-bool read_category_form(Context& context, Form& form) {
-  if (!form.read(context.request().form)) return false;
-  if (to_component_text(form.text_of("nome")).size() > longest_stored_name) {
-    form.refuse("nome", "O texto é longo demais.");
-  }
-  return !form.refused();
-}
-
 void show_registration(Context& context, const Form& form) {
   context.show_form(form, {"Nova categoria", "equipe", "Criar categoria", tree_trail()});
 }
 
 void ask_category(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   Form form = category_form(context, true);
   if (const auto parent = parse_identifier(context.request().query.get("pai"))) form.fill("pai", *parent);
   show_registration(context, form);
 }
 
 void create_category(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   Form form = category_form(context, true);
-  const bool done = read_category_form(context, form) && attempt(form, [&] {
+  const RecordRow tree{"item", fixed::class_company};
+  const bool done = form.read(context.request().form) && attempt_whole(context.crm(), tree, form, [&] {
                       const std::int32_t parent = form.id_of("pai");
                       add_category(context.crm(), parent == 0 ? fixed::class_company : parent,
                                    to_component_text(form.text_of("nome")), context.person());
@@ -168,7 +158,7 @@ void create_category(Context& context) {
 }
 
 Category read_category(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   for (Category& category : read_categories(context.crm())) {
     if (category.id == context.id()) return std::move(category);
   }
@@ -179,21 +169,23 @@ void show_renaming(Context& context, const Form& form) {
   context.show_form(form, {"Alterar categoria", "equipe", "Salvar alterações", tree_trail()});
 }
 
+/// The form of a category as it is stored.
+Form renaming_form(Context& context, const Category& category) {
+  return category_form(context, false).fill("nome", category.name).guard();
+}
+
 void ask_renaming(Context& context) {
-  const Category category = read_category(context);
-  Form form = category_form(context, false);
-  form.fill("nome", category.name);
-  show_renaming(context, form);
+  show_renaming(context, renaming_form(context, read_category(context)));
 }
 
 void rename_category(Context& context) {
   const Category category = read_category(context);
-  Form form = category_form(context, false);
+  Form form = renaming_form(context, category);
+  const auto present = [&] { return renaming_form(context, read_category(context)); };
   const bool done =
-      read_category_form(context, form) && attempt(form, [&] {
-        const Variant same = Variant::missing();
-        context.crm().QLCBase()->AlterarItem(category.id, context.person(),
-                                             to_component_text(form.text_of("nome")), same, same, same, same);
+      form.read(context.request().form) &&
+      change_record(context.crm(), {"item", category.id}, form, present, [&] {
+        rename_item(context.crm(), category.id, to_component_text(form.text_of("nome")), context.person());
       });
   if (!done) return show_renaming(context, form);
   context.redirect("/categorias", "Alterações salvas.");

@@ -7,6 +7,7 @@
 #include "site/file_data.h"
 #include "site/pages/pages.h"
 #include "site/rows.h"
+#include "site/still_deals.h"
 #include "values/text.h"
 
 namespace pradelis::site {
@@ -32,18 +33,22 @@ std::vector<View> contact_views(Context& context, const std::string& company_pag
   for (const Contact& contact : read_contacts(context, context.id())) {
     View view;
     view.set("name", contact.name).set("role", contact.role_name);
-    view.set("address", company_page + "/contatos/" + std::to_string(contact.id) + "/alterar");
+    const std::string page = company_page + "/contatos/" + std::to_string(contact.id);
+    view.set("address", page + "/alterar").set("deletion", page + "/excluir");
     views.push_back(std::move(view));
   }
   return views;
 }
 
 std::vector<View> deal_views(Context& context) {
-  std::vector<View> views;
+  std::vector<std::pair<std::int32_t, View>> deals;
   each_row(context.crm(),
            concat("select ", deal_columns, deal_sources, " where n.oid in (",
                   context.visible().deals_of(context.id()), ") order by n.oid desc"),
-           deals_shown, [&](const Row& row) { views.push_back(deal_entry(row)); });
+           deals_shown, [&](const Row& row) { deals.emplace_back(row.id(0), deal_entry(row)); });
+  mark_still(context, deals);
+  std::vector<View> views;
+  for (auto& [id, deal] : deals) views.push_back(std::move(deal));
   return views;
 }
 

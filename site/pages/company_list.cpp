@@ -49,7 +49,7 @@ std::vector<CompanyRow> list_rows(Context& context, const std::string& condition
   each_row(context.crm(), sql, Pager::limit(), [&](const Row& row) {
     View view;
     view.set("address", company_address(row.id(0))).set("name", row.text(1)).set("legal_name", row.text(2));
-    view.set("city", row.text(3)).set("owner", row.text(4)).flag("client", row.id(5) == 1);
+    view.set("city", row.text(3)).set("owner", row.component_text(4)).flag("client", row.id(5) == 1);
     rows.push_back({row.id(0), std::move(view)});
   });
   pager.arrange(rows);
@@ -122,7 +122,8 @@ void export_list(Context& context) {
       " order by j.nome, j.oid, k.nome, k.oid");
   each_streamed_row(context.crm(), sql, [&](const Row& row) {
     csv.text(row.text(0)).text(row.text(1)).text(row.id(2) == 1 ? "Cliente" : "Prospecto");
-    for (const std::size_t column : {3, 4, 5, 6, 7, 8, 9}) csv.text(row.text(column));
+    csv.text(row.component_text(3));
+    for (const std::size_t column : {4, 5, 6, 7, 8, 9}) csv.text(row.text(column));
     csv.day(row.value(10)).text(row.text(11)).text(row.text(12)).text(row.text(13));
     csv.end_row();
   });

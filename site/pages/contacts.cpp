@@ -1,18 +1,28 @@
-#include "site/company_data.h"
-#include "site/context.h"
+#include "site/company_forms.h"
 #include "site/pages/pages.h"
-#include "site/reference.h"
-#include "site/rows.h"
-#include "values/text.h"
 
 namespace pradelis::site {
 namespace {
 
-Form contact_form(Context& context) {
-  Form form;
-  form.text("nome", "Nome").required().autocomplete("off");
-  form.choice("cargo", "Cargo", entries(context.crm(), ReferenceList::Roles)).required();
-  return form;
+/// A contact of this company, and the company.
+struct Entry {
+  Company company;
+  Contact contact;
+};
+
+Entry read_entry(Context& context) {
+  context.visible().require_contact(context.id(0), context.id(1));
+  Entry entry{read_company(context, context.id(0)), {}};
+  for (const Contact& contact : read_contacts(context, entry.company.id)) {
+    if (contact.id == context.id(1)) entry.contact = contact;
+  }
+  return entry;
+}
+
+Form change_form(Context& context, const Contact& contact) {
+  Form form = contact_form(context, &contact);
+  form.fill("nome", contact.name).fill("cargo", contact.role);
+  return form.guard();
 }
 
 void show_registration(Context& context, const Form& form, const Company& company) {
@@ -26,10 +36,11 @@ void ask_registration(Context& context) {
 void register_contact(Context& context) {
   const Company company = read_company(context, context.id());
   Form form = contact_form(context);
-  const bool done = form.read(context.request().form) && attempt(form, [&] {
-                      context.crm().Cadastrar_Contato(context.person(), form.text_of("nome"),
-                                                      form.id_of("cargo"), company.id);
-                    });
+  const bool done =
+      form.read(context.request().form) && attempt_whole(context.crm(), {"item", company.id}, form, [&] {
+        context.crm().Cadastrar_Contato(context.person(), form.text_of("nome"), form.id_of("cargo"),
+                                        company.id);
+      });
   if (!done) return show_registration(context, form, company);
   context.redirect(company_address(company.id), "Contato cadastrado.");
 }
@@ -39,25 +50,21 @@ void show_change(Context& context, const Form& form, const Company& company) {
 }
 
 void ask_change(Context& context) {
-  context.visible().require_contact(context.id(0), context.id(1));
-  const Company company = read_company(context, context.id(0));
-  Form form = contact_form(context);
-  for (const Contact& contact : read_contacts(context, company.id)) {
-    if (contact.id == context.id(1)) form.fill("nome", contact.name).fill("cargo", contact.role);
-  }
-  show_change(context, form, company);
+  const Entry entry = read_entry(context);
+  show_change(context, change_form(context, entry.contact), entry.company);
 }
 
 void change_contact(Context& context) {
-  context.visible().require_contact(context.id(0), context.id(1));
-  const Company company = read_company(context, context.id(0));
-  Form form = contact_form(context);
-  const bool done = form.read(context.request().form) && attempt(form, [&] {
-                      context.crm().Alterar_Contato(context.id(1), context.person(), form.text_of("nome"),
-                                                    form.id_of("cargo"), company.id);
+  const Entry entry = read_entry(context);
+  Form form = change_form(context, entry.contact);
+  const auto present = [&] { return change_form(context, read_entry(context).contact); };
+  const bool done = form.read(context.request().form) &&
+                    change_record(context.crm(), {"item", entry.contact.id}, form, present, [&] {
+                      context.crm().Alterar_Contato(entry.contact.id, context.person(), form.text_of("nome"),
+                                                    form.id_of("cargo"), entry.company.id);
                     });
-  if (!done) return show_change(context, form, company);
-  context.redirect(company_address(company.id), "Contato alterado.");
+  if (!done) return show_change(context, form, entry.company);
+  context.redirect(company_address(entry.company.id), "Contato alterado.");
 }
 
 }  // namespace

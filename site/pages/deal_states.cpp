@@ -5,6 +5,9 @@
 #include "site/file_data.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
+#include "site/salesperson_data.h"
+#include "site/still_deals.h"
+#include "site/transaction.h"
 #include "values/clock.h"
 #include "values/text.h"
 
@@ -13,7 +16,9 @@ namespace {
 
 void show_deal(Context& context) {
   const Deal deal = read_deal(context, context.id());
-  View view = state_view(deal.state);
+  std::vector<std::pair<std::int32_t, View>> shown = {{deal.id, state_view(deal.state)}};
+  mark_still(context, shown);
+  View view = std::move(shown.front().second);
   view.set("page", deal_address(deal.id)).set("company", deal.company_name);
   view.set("company_page", company_address(deal.company)).set("salesperson", deal.salesperson_name);
   view.optional("contact", deal.contact_name).optional("indicator", deal.indicator_name);
@@ -48,20 +53,22 @@ void expect_state(Form& form, const Deal& deal, bool open) {
 
 /// The component selects closed deals by their closing value and does not write it itself.
 void write_closing_value(Context& context, std::int32_t deal, const Variant& value) {
-  component::CRM& crm = context.crm();
-  crm.Executar(concat("select valorfechamento from crm_pos_negocio where oid = ", deal),
-               dataaccess::CursorType::Dynamic, dataaccess::LockType::Optimistic);
-  const dataaccess::RecordsetPtr row = std::exchange(crm.rs, nullptr);
-  row->set("valorfechamento", value);
-  row->Update();
-  row->Close();
+  change_row(context.crm(), concat("select valorfechamento from crm_pos_negocio where oid = ", deal),
+             [&](dataaccess::Recordset& row) { row.set("valorfechamento", value); });
+}
+
+/// Writes what ends or reopens a deal, or passes it on, while nobody else can do so.
+bool change_deal(Context& context, const Deal& deal, Form& form, const std::function<Form(const Deal&)>& ask,
+                 const std::function<void()>& write) {
+  return change_record(
+      context.crm(), {"item", deal.id}, form, [&] { return ask(read_deal(context, deal.id)); }, write);
 }
 
 Form closing_form(const Deal& deal) {
   Form form;
   form.date("data", "Data do fechamento").required().half().value(today());
   form.money("valor", "Valor fechado").required().half().money(deal.expected_value);
-  return form;
+  return form.guard(state_text(deal.state));
 }
 
 void show_closing(Context& context, const Form& form, const Deal& deal) {
@@ -85,7 +92,7 @@ void close_deal(Context& context) {
   Form form = closing_form(deal);
   if (form.read(context.request().form)) check_not_in_future(form);
   expect_state(form, deal, true);
-  const bool done = !form.refused() && attempt(form, [&] {
+  const bool done = !form.refused() && change_deal(context, deal, form, closing_form, [&] {
     // The value first: a deal with a closing date alone would show in no list.
     write_closing_value(context, deal.id, form.money_of("valor", context.crm()));
     context.crm().Fechar_Negocio(*form.date_of("data"), deal.id);
@@ -94,12 +101,14 @@ void close_deal(Context& context) {
   context.redirect(deal_address(deal.id), "Negócio fechado.");
 }
 
-Form loss_form(Context& context) {
+Form loss_form(Context& context, const Deal& deal) {
   Form form;
   form.date("data", "Data da perda").required().half().value(today());
   form.choice("motivo", "Motivo", entries(context.crm(), ReferenceList::LossReasons)).required().half();
-  form.area("observacao", "Observação").hint("Substitui a observação que o negócio tem agora.");
-  return form;
+  form.area("observacao", "Observação")
+      .hint("Substitui a observação que o negócio tem agora.")
+      .value(deal.note);
+  return form.guard(state_text(deal.state) + deal.note);
 }
 
 void show_loss(Context& context, const Form& form, const Deal& deal) {
@@ -109,17 +118,16 @@ void show_loss(Context& context, const Form& form, const Deal& deal) {
 
 void ask_loss(Context& context) {
   const Deal deal = read_deal(context, context.id());
-  Form form = loss_form(context);
-  form.fill("observacao", deal.note);
-  show_loss(context, form, deal);
+  show_loss(context, loss_form(context, deal), deal);
 }
 
 void lose_deal(Context& context) {
   const Deal deal = read_deal(context, context.id());
-  Form form = loss_form(context);
+  Form form = loss_form(context, deal);
+  const auto ask = [&](const Deal& present) { return loss_form(context, present); };
   if (form.read(context.request().form)) check_not_in_future(form);
   expect_state(form, deal, true);
-  const bool done = !form.refused() && attempt(form, [&] {
+  const bool done = !form.refused() && change_deal(context, deal, form, ask, [&] {
     context.crm().Perder_Negocio(*form.date_of("data"), form.id_of("motivo"), form.text_of("observacao"),
                                  deal.id);
   });
@@ -133,24 +141,24 @@ void show_reopening(Context& context, const Form& form, const Deal& deal) {
              "O negócio volta a ficar aberto; data de fechamento, valor fechado e motivo são apagados."});
 }
 
-void ask_reopening(Context& context) { show_reopening(context, Form(), read_deal(context, context.id())); }
+Form reopening_form(const Deal& deal) { return Form().guard(state_text(deal.state)); }
+
+void ask_reopening(Context& context) {
+  const Deal deal = read_deal(context, context.id());
+  show_reopening(context, reopening_form(deal), deal);
+}
 
 void reopen_deal(Context& context) {
   const Deal deal = read_deal(context, context.id());
-  Form form;
+  Form form = reopening_form(deal);
+  form.read(context.request().form);
   expect_state(form, deal, false);
-  const bool done = !form.refused() && attempt(form, [&] {
+  const bool done = !form.refused() && change_deal(context, deal, form, reopening_form, [&] {
     context.crm().Estornar_Negocio(deal.id);
     if (deal.closing_value) write_closing_value(context, deal.id, Variant::null());
   });
   if (!done) return show_reopening(context, form, deal);
   context.redirect(deal_address(deal.id), "Negócio reaberto.");
-}
-
-Form transfer_form(Context& context) {
-  Form form;
-  form.choice("vendedor", "Novo vendedor", context.visible().salespeople()).required();
-  return form;
 }
 
 void show_transfer(Context& context, const Form& form, const Deal& deal) {
@@ -159,13 +167,15 @@ void show_transfer(Context& context, const Form& form, const Deal& deal) {
 }
 
 void ask_transfer(Context& context) {
-  show_transfer(context, transfer_form(context), read_deal(context, context.id()));
+  const Deal deal = read_deal(context, context.id());
+  show_transfer(context, transfer_form(context, deal.salesperson), deal);
 }
 
 void transfer_deal(Context& context) {
   const Deal deal = read_deal(context, context.id());
-  Form form = transfer_form(context);
-  const bool done = form.read(context.request().form) && attempt(form, [&] {
+  Form form = transfer_form(context, deal.salesperson);
+  const auto ask = [&](const Deal& present) { return transfer_form(context, present.salesperson); };
+  const bool done = form.read(context.request().form) && change_deal(context, deal, form, ask, [&] {
                       context.crm().Alterar_Vendedor_Negocio(form.id_of("vendedor"), deal.id);
                     });
   if (!done) return show_transfer(context, form, deal);

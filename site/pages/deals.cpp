@@ -4,6 +4,7 @@
 #include "site/identifiers.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
+#include "site/transaction.h"
 #include "values/text.h"
 
 namespace pradelis::site {
@@ -53,7 +54,7 @@ void register_deal(Context& context) {
   Form form = deal_form(context, company.id, nullptr);
   Variant result;
   const bool done =
-      form.read(context.request().form) && attempt(form, [&] {
+      form.read(context.request().form) && attempt_whole(context.crm(), {"item", company.id}, form, [&] {
         std::int16_t step = 0;
         result = context.crm().Cadastrar_Negocio(
             company.id, form.id_of("contato"), form.id_of("vendedor"), form.date_text_of("data"),
@@ -69,8 +70,8 @@ void show_change(Context& context, const Form& form, const Deal& deal) {
   context.show_form(form, {"Alterar negócio", "negocios", "Salvar alterações", deal_trail(deal)});
 }
 
-void ask_change(Context& context) {
-  const Deal deal = read_deal(context, context.id());
+/// The form of a deal as it is stored.
+Form change_form(Context& context, const Deal& deal) {
   Form form = deal_form(context, deal.company, &deal);
   if (deal.expected) form.fill("data", *deal.expected);
   form.fill("valor", amount_text(deal.expected_value)).fill("contato", deal.contact);
@@ -78,13 +79,20 @@ void ask_change(Context& context) {
   std::vector<std::int32_t> classes;
   for (const Option& one : deal.classes) classes.push_back(one.id);
   if (form.has("classes")) form.fill("classes", classes);
-  show_change(context, form, deal);
+  return form.guard();
+}
+
+void ask_change(Context& context) {
+  const Deal deal = read_deal(context, context.id());
+  show_change(context, change_form(context, deal), deal);
 }
 
 void change_deal(Context& context) {
   const Deal deal = read_deal(context, context.id());
-  Form form = deal_form(context, deal.company, &deal);
-  const bool done = form.read(context.request().form) && attempt(form, [&] {
+  Form form = change_form(context, deal);
+  const auto present = [&] { return change_form(context, read_deal(context, deal.id)); };
+  const bool done = form.read(context.request().form) &&
+                    change_record(context.crm(), {"item", deal.id}, form, present, [&] {
                       std::int16_t step = 0;
                       context.crm().Alterar_Negocio(deal.id, form.id_of("contato"), deal.salesperson,
                                                     form.date_text_of("data"), class_list(form),

@@ -1,29 +1,19 @@
 #include <algorithm>
 
 #include "dataaccess/schema/fixed.h"
+#include "site/choice_lists.h"
 #include "site/component_text.h"
 #include "site/context.h"
 #include "site/extra_field_data.h"
 #include "site/pages/pages.h"
-#include "site/reference.h"
 #include "site/rows.h"
+#include "site/transaction.h"
 #include "values/text.h"
 
 namespace pradelis::site {
 namespace {
 
 namespace fixed = dataaccess::fixed;
-
-constexpr std::size_t longest_stored_label = 255;
-
-void require_maintenance(Context& context) {
-  if (!context.user().maintenance) throw Refusal{404};
-}
-
-const std::vector<Link>& fields_trail() {
-  static const std::vector<Link> trail = {{"/equipe", "Equipe"}, {"/campos", "Campos adicionais"}};
-  return trail;
-}
 
 const char* type_text(const ExtraField& field) {
   if (field.list != 0) return "Lista";
@@ -39,56 +29,8 @@ const char* type_text(const ExtraField& field) {
   }
 }
 
-// Choices come from lists, which are categories: a list's entries are the categories below it.
-
-struct ChoiceList {
-  std::int32_t id = 0;
-  std::string name;
-};
-
-/// The lists, by name; those that another program made have none.
-std::vector<ChoiceList> read_lists(component::CRM& crm) {
-  std::vector<ChoiceList> lists;
-  each_row(
-      crm,
-      "select l.oid, i.nome from listadeobjetos l left join item_r i on i.oid = l.oid order by i.nome, l.oid",
-      0, [&](const Row& row) {
-        lists.push_back({row.id(0), row.text(1)});
-      });
-  return lists;
-}
-
-std::string list_name(const ChoiceList& list) {
-  return list.name.empty() ? "Lista " + std::to_string(list.id) : list.name;
-}
-
-/// A list that was made here; refuses with 404 any other.
-ChoiceList read_list(Context& context, std::int32_t id) {
-  for (ChoiceList& list : read_lists(context.crm())) {
-    if (list.id == id && !list.name.empty()) return std::move(list);
-  }
-  throw Refusal{404};
-}
-
-std::vector<Option> read_entries(component::CRM& crm, std::int32_t list) {
-  std::vector<Option> found;
-  each_row(crm, concat("select oid, nome from categoria_r where rsuper = ", list, " order by nome"), 0,
-           [&](const Row& row) {
-             found.push_back({row.id(0), from_component_text(row.text(1))});
-           });
-  return found;
-}
-
-/// The statement of a list's choices. The first one is none: the component's lists have no empty choice of
-/// their own, and the first would seem chosen.
-std::string choices_statement(std::int32_t list) {
-  return concat("select oid, nome from (select 0 oid, '' nome from item where oid = ", fixed::system_object,
-                " union all select oid, nome from categoria_r where rsuper = ", list,
-                ") escolhas order by nome");
-}
-
 void show_fields(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   component::CRM& crm = context.crm();
   const auto lists = read_lists(crm);
   const auto fields = read_extra_fields(crm, true);
@@ -106,7 +48,7 @@ void show_fields(Context& context) {
   std::vector<View> list_views;
   for (const ChoiceList& list : lists) {
     std::vector<View> names;
-    for (const Option& entry : read_entries(crm, list.id)) names.push_back(View().set("entry", entry.label));
+    for (const Option& entry : read_choices(crm, list.id)) names.push_back(View().set("entry", entry.label));
     View view;
     view.set("name", list_name(list)).set("id", std::to_string(list.id)).flag("ours", !list.name.empty());
     view.flag("empty", names.empty()).list("entries", std::move(names));
@@ -125,7 +67,7 @@ std::vector<Option> type_options() {
 
 Form field_form(Context& context, bool registering) {
   Form form;
-  form.text("rotulo", "Rótulo").required().limit(80);
+  form.text("rotulo", "Rótulo").required().limit(80).shown_by_component();
   if (!registering) return form;
   form.choice("tipo", "O que se escreve nele", type_options())
       .required()
@@ -137,16 +79,11 @@ Form field_form(Context& context, bool registering) {
   return form;
 }
 
-bool read_field_form(Context& context, Form& form, bool registering) {
+bool read_new_field(Context& context, Form& form) {
   if (!form.read(context.request().form)) return false;
-  if (to_component_text(form.text_of("rotulo")).size() > longest_stored_label) {
-    form.refuse("rotulo", "O texto é longo demais.");
-  }
-  if (registering) {
-    const bool lists = form.id_of("tipo") == static_cast<std::int32_t>(FieldType::Reference);
-    if (lists && form.id_of("lista") == 0) form.refuse("lista", "Escolha a lista.");
-    if (!lists && form.id_of("lista") != 0) form.refuse("lista", "Só campos com lista de opções têm lista.");
-  }
+  const bool lists = form.id_of("tipo") == static_cast<std::int32_t>(FieldType::Reference);
+  if (lists && form.id_of("lista") == 0) form.refuse("lista", "Escolha a lista.");
+  if (!lists && form.id_of("lista") != 0) form.refuse("lista", "Só campos com lista de opções têm lista.");
   return !form.refused();
 }
 
@@ -155,15 +92,15 @@ void show_registration(Context& context, const Form& form) {
 }
 
 void ask_field(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   show_registration(context, field_form(context, true));
 }
 
 void define_field(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   Form form = field_form(context, true);
   const bool done =
-      read_field_form(context, form, true) && attempt(form, [&] {
+      read_new_field(context, form) && attempt(form, [&] {
         component::CRM& crm = context.crm();
         const auto last = single_value(
             crm, concat("select max(ordem) from dadoadicional where ritem = ", fixed::class_company));
@@ -184,7 +121,7 @@ void define_field(Context& context) {
 
 /// A field of companies; refuses with 404 any other.
 ExtraField read_field(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   for (ExtraField& field : read_extra_fields(context.crm(), true)) {
     if (field.id == context.id()) return std::move(field);
   }
@@ -192,29 +129,27 @@ ExtraField read_field(Context& context) {
 }
 
 void set_column(component::CRM& crm, std::int32_t field, const char* column, const Variant& value) {
-  crm.Executar(concat("select ", column, " from dadoadicional where oid = ", field),
-               dataaccess::CursorType::Dynamic, dataaccess::LockType::Optimistic);
-  const dataaccess::RecordsetPtr row = std::exchange(crm.rs, nullptr);
-  row->set(column, value);
-  row->Update();
-  row->Close();
+  change_row(crm, concat("select ", column, " from dadoadicional where oid = ", field),
+             [&](dataaccess::Recordset& row) { row.set(column, value); });
 }
 
 void show_change(Context& context, const Form& form) {
   context.show_form(form, {"Alterar campo adicional", "equipe", "Salvar alterações", fields_trail()});
 }
 
-void ask_change(Context& context) {
-  const ExtraField field = read_field(context);
-  Form form = field_form(context, false);
-  form.fill("rotulo", field.label);
-  show_change(context, form);
+/// The form of a field as it is stored.
+Form change_form(Context& context, const ExtraField& field) {
+  return field_form(context, false).fill("rotulo", field.label).guard();
 }
+
+void ask_change(Context& context) { show_change(context, change_form(context, read_field(context))); }
 
 void change_field(Context& context) {
   const ExtraField field = read_field(context);
-  Form form = field_form(context, false);
-  const bool done = read_field_form(context, form, false) && attempt(form, [&] {
+  Form form = change_form(context, field);
+  const auto present = [&] { return change_form(context, read_field(context)); };
+  const bool done = form.read(context.request().form) &&
+                    change_record(context.crm(), {"dadoadicional", field.id}, form, present, [&] {
                       set_column(context.crm(), field.id, "valor", to_component_text(form.text_of("rotulo")));
                     });
   if (!done) return show_change(context, form);
@@ -244,65 +179,6 @@ void move_field(Context& context) {
   context.redirect("/campos");
 }
 
-Form name_form() {
-  Form form;
-  form.text("nome", "Nome").required();
-  return form;
-}
-
-void show_new_list(Context& context, const Form& form) {
-  context.show_form(form, {"Nova lista de opções", "equipe", "Criar lista", fields_trail()});
-}
-
-void ask_list(Context& context) {
-  require_maintenance(context);
-  show_new_list(context, name_form());
-}
-
-void create_list(Context& context) {
-  require_maintenance(context);
-  Form form = name_form();
-  const bool done = form.read(context.request().form) && attempt(form, [&] {
-                      component::CRM& crm = context.crm();
-                      const std::int32_t list =
-                          add_category(crm, fixed::system_object, form.text_of("nome"), context.person());
-                      append_row(crm, "listadeobjetos", [&](dataaccess::Recordset& row) {
-                        row.set("oid", list);
-                        row.set("especificacao", choices_statement(list));
-                      });
-                    });
-  if (!done) return show_new_list(context, form);
-  context.redirect("/campos", "Lista criada.");
-}
-
-void show_new_entry(Context& context, const Form& form, const ChoiceList& list) {
-  context.show_form(form,
-                    {"Incluir opção", "equipe", "Incluir", fields_trail(), "Na lista " + list.name + "."});
-}
-
-void ask_entry(Context& context) {
-  require_maintenance(context);
-  show_new_entry(context, name_form(), read_list(context, context.id()));
-}
-
-void add_entry_to_list(Context& context) {
-  require_maintenance(context);
-  const ChoiceList list = read_list(context, context.id());
-  Form form = name_form();
-  if (form.read(context.request().form)) {
-    const std::string& name = form.text_of("nome");
-    for (const Option& entry : read_entries(context.crm(), list.id)) {
-      if (to_upper(entry.label) == to_upper(name)) form.refuse("nome", "Já está na lista.");
-    }
-    if (to_component_text(name).size() > longest_stored_label) form.refuse("nome", "O texto é longo demais.");
-  }
-  const bool done = !form.refused() && attempt(form, [&] {
-    add_category(context.crm(), list.id, to_component_text(form.text_of("nome")), context.person());
-  });
-  if (!done) return show_new_entry(context, form, list);
-  context.redirect("/campos", "Incluído na lista.");
-}
-
 }  // namespace
 
 void add_extra_field_admin_pages(Router& router) {
@@ -315,10 +191,6 @@ void add_extra_field_admin_pages(Router& router) {
   router.post("/campos/{}/mostrar", set_visible<true>);
   router.post("/campos/{}/subir", move_field<-1>);
   router.post("/campos/{}/descer", move_field<1>);
-  router.get("/campos/listas/nova", ask_list);
-  router.post("/campos/listas/nova", create_list);
-  router.get("/campos/listas/{}/nova", ask_entry);
-  router.post("/campos/listas/{}/nova", add_entry_to_list);
 }
 
 }  // namespace pradelis::site

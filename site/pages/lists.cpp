@@ -3,7 +3,7 @@
 #include "site/context.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
-#include "values/text.h"
+#include "site/transaction.h"
 
 namespace pradelis::site {
 namespace {
@@ -23,12 +23,8 @@ constexpr std::array<KeptList, 4> kept_lists = {{
     {"atividades", "Tipos de atividade", "tipo de atividade", ReferenceList::ActivityKinds},
 }};
 
-void require_maintenance(Context& context) {
-  if (!context.user().maintenance) throw Refusal{404};
-}
-
 void show_lists(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   std::vector<View> views;
   for (const KeptList& kept : kept_lists) {
     std::vector<View> names;
@@ -58,20 +54,18 @@ Form entry_form() {
 
 template <std::size_t index>
 void ask_entry(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   show_addition<index>(context, entry_form());
 }
 
 template <std::size_t index>
 void add_entry_page(Context& context) {
-  require_maintenance(context);
+  context.require_maintenance();
   Form form = entry_form();
-  if (form.read(context.request().form)) {
-    for (const Option& entry : entries(context.crm(), kept_lists[index].list)) {
-      if (to_upper(entry.label) == to_upper(form.text_of("nome"))) form.refuse("nome", "Já está na lista.");
-    }
-  }
-  const bool done = !form.refused() && attempt(form, [&] {
+  if (form.read(context.request().form))
+    refuse_if_listed(form, entries(context.crm(), kept_lists[index].list));
+  const RecordRow list{"item", static_cast<std::int32_t>(kept_lists[index].list)};
+  const bool done = !form.refused() && attempt_whole(context.crm(), list, form, [&] {
     add_entry(context.crm(), kept_lists[index].list, form.text_of("nome"), context.person());
   });
   if (!done) return show_addition<index>(context, form);

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "site/component_text.h"
 #include "site/context.h"
 #include "site/log.h"
 #include "site/pages/pages.h"
@@ -82,7 +83,7 @@ User described(const Variant& information) {
   const auto& elements = information.get<Variant::Array>();
   User user;
   user.person = to_int32(elements.at(0));
-  user.name = to_text(elements.at(1));
+  user.name = from_component_text(to_text(elements.at(1)));
   user.login = to_text(elements.at(3));
   if (!elements.at(6).is_empty()) user.usage_session = to_int32(elements.at(6));
   user.information = information;

@@ -24,8 +24,18 @@ void add_file_pages(Router& router);
 /// The extra fields and the categories of one company, and what the maintenance user keeps of both.
 void add_extra_field_pages(Router& router);
 void add_extra_field_admin_pages(Router& router);
+/// The lists that extra fields choose from.
+void add_choice_list_pages(Router& router);
 void add_category_pages(Router& router);
-void add_team_pages(Router& router);
+void add_group_pages(Router& router);
+void add_salesperson_pages(Router& router);
+/// Giving a salesperson's companies and deals to another.
+void add_hand_over_pages(Router& router);
+/// Deletion of companies, contacts, deals, activities and cities; the register of what was deleted.
+void add_deletion_pages(Router& router);
+void add_deletion_register(Router& router);
+/// Companies with contacts from CSV files.
+void add_import_pages(Router& router);
 void add_city_pages(Router& router);
 void add_list_pages(Router& router);
 

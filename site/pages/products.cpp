@@ -1,9 +1,11 @@
+#include "dataaccess/schema/fixed.h"
 #include "site/context.h"
 #include "site/csv.h"
 #include "site/pager.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
 #include "site/rows.h"
+#include "site/transaction.h"
 #include "values/text.h"
 
 namespace pradelis::site {
@@ -95,7 +97,9 @@ void ask_registration(Context& context) {
 void register_product(Context& context) {
   require_keeper(context);
   Form form = product_form();
-  const bool done = form.read(context.request().form) && attempt(form, [&] {
+  // Held meanwhile, since two registrations at the same time would compute one number.
+  const RecordRow numbers{"item", dataaccess::fixed::system_object};
+  const bool done = form.read(context.request().form) && attempt_whole(context.crm(), numbers, form, [&] {
                       const Variant result = context.crm().Cadastrar_Produto(form.text_of("nome"));
                       if (result.is(VariantType::Text)) form.refuse("nome", result.get<std::string>());
                     });
@@ -107,16 +111,18 @@ void show_renaming(Context& context, const Form& form) {
   context.show_form(form, {"Alterar produto", "negocios", "Salvar alterações", product_trail()});
 }
 
-void ask_renaming(Context& context) {
-  const Product product = read_product(context);
-  show_renaming(context, product_form().fill("nome", product.name));
-}
+/// The form of a product as it is stored.
+Form renaming_form(const Product& product) { return product_form().fill("nome", product.name).guard(); }
+
+void ask_renaming(Context& context) { show_renaming(context, renaming_form(read_product(context))); }
 
 void rename_product(Context& context) {
   const Product product = read_product(context);
-  Form form = product_form();
+  Form form = renaming_form(product);
+  const auto present = [&] { return renaming_form(read_product(context)); };
   const bool done = form.read(context.request().form) &&
-                    attempt(form, [&] { context.crm().Alterar_Produto(form.text_of("nome"), product.id); });
+                    change_record(context.crm(), {"crm_produtos", product.id}, form, present,
+                                  [&] { context.crm().Alterar_Produto(form.text_of("nome"), product.id); });
   if (!done) return show_renaming(context, form);
   context.redirect("/produtos?busca=" + url_encode(form.text_of("nome")), "Produto alterado.");
 }
@@ -137,9 +143,9 @@ void ask_deletion(Context& context) { show_deletion(context, Form(), read_produc
 void delete_product(Context& context) {
   const Product product = read_product(context);
   Form form;
-  if (!attempt(form, [&] { context.crm().Excluir_Produto(product.id); })) {
-    return show_deletion(context, form, product);
-  }
+  const bool done = attempt_whole(context.crm(), {"crm_produtos", product.id}, form,
+                                  [&] { context.crm().Excluir_Produto(product.id); });
+  if (!done) return show_deletion(context, form, product);
   context.redirect("/produtos", "Produto excluído.");
 }
 

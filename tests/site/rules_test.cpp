@@ -27,7 +27,9 @@ class EveryPage : public SiteTest {
 
   std::string address(const std::string& pattern) const {
     const std::int32_t record = pattern.starts_with("/negocios")     ? deal_
+                                : pattern.starts_with("/equipe/v")   ? ana_
                                 : pattern.starts_with("/equipe")     ? east_
+                                : pattern.starts_with("/cidades")    ? city_
                                 : pattern.starts_with("/atividades") ? activity_
                                 : pattern.starts_with("/produtos")   ? product
                                 : pattern.starts_with("/arquivos")   ? file_
@@ -46,7 +48,7 @@ class EveryPage : public SiteTest {
   Visitor ana_visitor_ = logged_in("ana");
   static constexpr std::int32_t product = 1;
   std::int32_t company_ = 0, contact_ = 0, deal_ = 0, activity_ = 0, file_ = 0, list_ = 0, field_ = 0,
-               category_ = 0;
+               category_ = 0, city_ = number("select max(oid) from cidade");
 };
 
 TEST_F(EveryPage, ShowsAndChangesNothingWhenItIsOnlyLookedAt) {
@@ -57,7 +59,7 @@ TEST_F(EveryPage, ShowsAndChangesNothingWhenItIsOnlyLookedAt) {
   for (const site::Route& route : site_.router().routes()) {
     if (route.method != "GET" || route.pattern == "/entrar") continue;
     const auto within = [&](const char* area) { return route.pattern.starts_with(area); };
-    Visitor& visitor = within("/equipe") || within("/produtos")                          ? leader
+    Visitor& visitor = within("/equipe") || within("/produtos") || within("/cidades")    ? leader
                        : within("/listas") || within("/campos") || within("/categorias") ? maintenance
                                                                                          : owner;
     const site::Response response = visitor.get(address(route.pattern));

@@ -146,7 +146,10 @@ TEST_F(Administration, IsForGroupsBelowOnesOwn) {
   EXPECT_EQ(maintenance.post("/equipe/grupos/novo", {{"nome", "Novo topo"}}).status, 303);
   const site::Response team = maintenance.get("/equipe");
   EXPECT_TRUE(contains(team, "Novo topo") && contains(team, "Diretoria") && contains(team, "Interior"));
-  EXPECT_EQ(helena.post(concat("/equipe/grupos/", west_, "/alterar"), {{"nome", "Poente"}}).status, 303);
+  EXPECT_EQ(
+      helena.post(concat("/equipe/grupos/", west_, "/alterar"), {{"nome", "Poente"}, {"pai", to_text(top_)}})
+          .status,
+      303);
   EXPECT_EQ(number("select count(*) from item where nome = 'Poente' and rescopo = " + to_text(top_)), 1);
 }
 

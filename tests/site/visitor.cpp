@@ -15,6 +15,19 @@
 
 namespace pradelis::tests {
 
+namespace {
+
+/// The value of the last hidden field of this name; empty when there is none.
+std::string hidden_value(const site::Response& page, const std::string& name) {
+  const std::string marker = "name=\"" + name + "\" value=\"";
+  const std::size_t field = page.body.rfind(marker);
+  if (field == std::string::npos) return {};
+  const std::size_t begin = field + marker.size();
+  return page.body.substr(begin, page.body.find('"', begin) - begin);
+}
+
+}  // namespace
+
 site::Response Visitor::answer(site::Request request) {
   const std::size_t question = request.target.find('?');
   request.path = site::url_decode(request.target.substr(0, question), false);
@@ -31,12 +44,10 @@ site::Response Visitor::answer(site::Request request) {
     cookies[cookie] = value.substr(equals + 1, value.find(';') - equals - 1);
     if (value.find("Max-Age=0") != std::string::npos) cookies.erase(cookie);
   }
-  const std::string marker = "name=\"_token\" value=\"";
-  const std::size_t token = response.body.rfind(marker);
-  if (token != std::string::npos) {
-    const std::size_t begin = token + marker.size();
-    secret_ = response.body.substr(begin, response.body.find('"', begin) - begin);
-  }
+  const std::string secret = hidden_value(response, "_token");
+  if (!secret.empty()) secret_ = secret;
+  guard_ = hidden_value(response, "_versao");
+  target_ = response.status == 303 ? std::string() : request.target;
   return response;
 }
 
@@ -66,7 +77,9 @@ site::Response Visitor::send(const std::string& target, const Fields& fields,
 }
 
 site::Response Visitor::post(const std::string& target, Fields fields) {
+  if (target_ != target) get(target);
   fields.emplace_back("_token", secret_);
+  fields.emplace_back("_versao", guard_);
   return send(target, fields);
 }
 

@@ -22,7 +22,7 @@ class Visitor {
   explicit Visitor(site::Site& site) : site_(site) {}
 
   site::Response get(const std::string& target);
-  /// Sends a form with the secret of the last page that had one.
+  /// Opens a form, unless it is the page that came last, and sends it with the secrets that it carries.
   site::Response post(const std::string& target, Fields fields = {});
   /// Sends a form exactly as it is.
   site::Response send(const std::string& target, const Fields& fields,
@@ -45,6 +45,7 @@ class Visitor {
 
   site::Site& site_;
   std::string secret_;
+  std::string target_, guard_;  // of the last page: its address, and the digest that its form carries
 };
 
 /// First header of this name; empty when there is none.

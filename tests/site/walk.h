@@ -42,14 +42,15 @@ class Walk : public SiteTest {
     return response->body;
   }
 
-  /// The secret that the last form of a page carries.
-  static std::string secret_of(const std::string& page) {
-    const std::string marker = "name=\"_token\" value=\"";
+  /// The value of the last hidden field of this name; empty when there is none.
+  static std::string hidden_value(const std::string& page, const std::string& name) {
+    const std::string marker = "name=\"" + name + "\" value=\"";
     const std::size_t begin = page.rfind(marker);
-    EXPECT_NE(begin, std::string::npos) << page;
     if (begin == std::string::npos) return {};
-    return page.substr(begin + marker.size(), 32);
+    return page.substr(begin + marker.size(), page.find('"', begin + marker.size()) - begin - marker.size());
   }
+
+  static std::string secret_of(const std::string& page) { return hidden_value(page, "_token"); }
 
   void log_in(const std::string& login) {
     cookie_.clear();
@@ -58,7 +59,9 @@ class Walk : public SiteTest {
 
   /// Opens a form, fills it in and sends it; gives the address that it leads to.
   std::string submit(const std::string& target, Fields fields) {
-    httplib::Params params = {{"_token", secret_of(get(target))}};
+    const std::string page = get(target);
+    httplib::Params params = {{"_token", hidden_value(page, "_token")},
+                              {"_versao", hidden_value(page, "_versao")}};
     params.insert(fields.begin(), fields.end());
     const auto response = browser_->Post(target, headers(), params);
     EXPECT_TRUE(response && response->status == 303) << target << (response ? response->body : "");
