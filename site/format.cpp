@@ -1,6 +1,7 @@
 #include "site/format.h"
 
 #include <array>
+#include <cmath>
 
 #include "values/clock.h"
 #include "values/convert.h"
@@ -13,12 +14,19 @@ std::string padded(std::int32_t number, std::size_t width) {
   return digits.size() < width ? std::string(width - digits.size(), '0') + digits : digits;
 }
 
+std::string money_with_decimals(double amount, int decimals) {
+  return (amount < 0 ? "-R$\u00a0" : "R$\u00a0") + format_number(std::abs(amount), decimals);
+}
+
 std::string days(std::int32_t count) { return std::to_string(count) + (count == 1 ? " dia" : " dias"); }
 
 }  // namespace
 
-std::string money_text(double amount) {
-  return (amount < 0 ? "-R$\u00a0" : "R$\u00a0") + format_number(amount < 0 ? -amount : amount, 2);
+std::string money_text(double amount) { return money_with_decimals(amount, 2); }
+
+std::string short_money_text(double amount) {
+  constexpr double widest_with_cents = 99'999.995;
+  return money_with_decimals(amount, std::abs(amount) < widest_with_cents ? 2 : 0);
 }
 
 std::string money_text(const Variant& amount) {

@@ -13,6 +13,8 @@ namespace pradelis::site {
 std::string money_text(double amount);
 /// As above; empty for Null.
 std::string money_text(const Variant& amount);
+/// As money_text, without the cents of sums that would be too wide for a figure: "R$ 1.234.567".
+std::string short_money_text(double amount);
 /// "1.234,56": the form that amounts are typed in.
 std::string amount_text(double amount);
 /// dd/mm/aaaa.

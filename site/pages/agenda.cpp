@@ -5,30 +5,23 @@
 #include "site/identifiers.h"
 #include "site/pager.h"
 #include "site/pages/pages.h"
+#include "site/still_deals.h"
 #include "values/clock.h"
 #include "values/text.h"
 
 namespace pradelis::site {
 namespace {
 
-/// After this many days without an activity an open deal counts as standing still.
-constexpr std::int32_t still_days = 30;
 /// Beyond this figures are not counted on.
 constexpr std::int32_t most_counted = 100;
-
-/// When an open deal was last worked on.
-#define LAST_MOVE(deal, registered) \
-  "isnull((select max(x.data) from crm_atividade x where x.rnegociopossivel = " deal "), " registered ")"
 
 const Order by_due_date = {"a.proximocontato", "a.oid",
                            "select proximocontato from crm_atividade where oid = "};
 const Order by_expected_date = {"isnull(n.dataprovavel, '99991231')", "n.oid",
                                 "select isnull(dataprovavel, '99991231') from crm_pos_negocio where oid = "};
-const Order longest_still = {LAST_MOVE("n.oid", "i.criadoem"), "n.oid",
-                             "select " LAST_MOVE("p.oid", "p.criadoem") " from item p where p.oid = "};
+const Order longest_still = {last_move("n.oid", "i.criadoem"), "n.oid",
+                             "select " + last_move("p.oid", "p.criadoem") + " from item p where p.oid = "};
 constexpr std::size_t last_move_column = 9;
-
-#undef LAST_MOVE
 
 std::string person_condition(const char* column, std::int32_t person) {
   return person == 0 ? std::string() : concat(" and ", column, " = ", person);
@@ -65,10 +58,6 @@ std::string unplanned_deals(Context& context, std::int32_t person) {
 
 bool before_today(const Variant& date) { return day_number(to_date(date)) < day_number(today()); }
 
-bool still(const Variant& last_move) {
-  return day_number(today()) - day_number(to_date(last_move)) > still_days;
-}
-
 /// "12", or "99+".
 std::string figure(std::int32_t count) {
   return count < most_counted ? std::to_string(count) : std::to_string(most_counted - 1) + "+";
@@ -86,7 +75,7 @@ std::int32_t count_still(Context& context, std::int32_t person) {
   std::int32_t count = 0;
   each_row(context.crm(),
            concat("select ", longest_still.key, open_deals(context, person), " order by ", longest_still.key),
-           most_counted, [&](const Row& row) { count += still(row.value(0)) ? 1 : 0; });
+           most_counted, [&](const Row& row) { count += stands_still(row.value(0)) ? 1 : 0; });
   return count;
 }
 
@@ -100,7 +89,7 @@ View contact_view(const Row& row) {
   View view;
   view.set("company", row.text(2)).set("company_page", company_address(company)).set("log", log);
   view.optional("deal", deal == 0 ? std::string() : row.text(4)).set("deal_page", deal_address(deal));
-  view.set("kind", row.text(5).empty() ? "Contato" : row.text(5)).set("person", row.text(6));
+  view.set("kind", row.text(5).empty() ? "Contato" : row.text(5)).set("person", row.component_text(6));
   view.set("date", day_text(due)).set("distance", distance_text(to_date(due))).optional("note", row.text(8));
   view.flag("overdue", overdue).flag("today", !overdue && day_number(to_date(due)) == day_number(today()));
   return view;
@@ -131,10 +120,10 @@ void read_still(Context& context, Pager& pager, std::int32_t person, Entries& en
            concat("select ", deal_columns, ", ", longest_still.key, open_deals(context, person),
                   pager.condition(), pager.ordering()),
            Pager::limit(), [&](const Row& row) {
-             const Variant last_move = row.value(last_move_column);
-             if (!still(last_move)) return;
+             const Variant moved = row.value(last_move_column);
+             if (!stands_still(moved)) return;
              View view = deal_entry(row);
-             view.set("date", day_text(last_move)).set("distance", distance_text(to_date(last_move)));
+             view.set("date", day_text(moved)).set("distance", distance_text(to_date(moved)));
              entries.emplace_back(row.id(0), std::move(view));
            });
 }

@@ -5,6 +5,7 @@
 #include "site/pager.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
+#include "site/still_deals.h"
 #include "values/text.h"
 
 namespace pradelis::site {
@@ -81,6 +82,7 @@ void list(Context& context) {
            concat("select ", deal_columns, deal_sources, condition, pager.condition(), pager.ordering()),
            Pager::limit(), [&](const Row& row) { rows.emplace_back(row.id(0), deal_entry(row)); });
   pager.arrange(rows);
+  mark_still(context, rows);
 
   View view = filter_view(context, tab, salesperson);
   each_row(context.crm(), concat("select count(*), sum(n.", tab.value_column, ")", deal_sources, condition),
@@ -118,7 +120,8 @@ void export_list(Context& context) {
       tab.order.descending ? " desc" : "", ", n.oid");
   each_streamed_row(context.crm(), sql, [&](const Row& row) {
     const Variant closed = row.value(4);
-    for (const std::size_t column : {0, 1, 2, 3}) csv.text(row.text(column));
+    for (const std::size_t column : {0, 1, 2}) csv.text(row.text(column));
+    csv.text(row.component_text(3));
     csv.text(state_text(deal_state(closed, row.value(5)))).day(row.value(6)).day(row.value(7));
     csv.amount(row.value(8)).day(closed).amount(row.value(9)).text(row.text(10)).text(row.text(11));
     csv.end_row();

@@ -4,6 +4,7 @@
 #include "site/deal_data.h"
 #include "site/identifiers.h"
 #include "site/pages/pages.h"
+#include "site/still_deals.h"
 #include "values/clock.h"
 #include "values/text.h"
 
@@ -60,15 +61,19 @@ OpenDeals read_open_deals(Context& context) {
 
 void add_open_deals(Context& context, View& view) {
   const OpenDeals open = read_open_deals(context);
-  view.set("open_count", count_text(open.count, "negócio", "negócios")).set("open_sum", money_text(open.sum));
+  view.set("open_count", count_text(open.count, "negócio", "negócios"))
+      .set("open_sum", short_money_text(open.sum));
   view.set("overdue", count_text(open.overdue, "negócio", "negócios")).flag("any_overdue", open.overdue > 0);
-  std::vector<View> deals;
+  std::vector<std::pair<std::int32_t, View>> next;
   if (!open.next.empty()) {
     each_row(context.crm(),
              concat("select ", deal_columns, deal_sources, " where n.oid in (", join_identifiers(open.next),
                     ") order by n.dataprovavel, n.oid"),
-             0, [&](const Row& row) { deals.push_back(deal_entry(row)); });
+             0, [&](const Row& row) { next.emplace_back(row.id(0), deal_entry(row)); });
   }
+  mark_still(context, next);
+  std::vector<View> deals;
+  for (auto& [id, deal] : next) deals.push_back(std::move(deal));
   view.flag("no_deals", deals.empty()).list("deals", std::move(deals));
 }
 
@@ -88,7 +93,7 @@ void add_won_figures(Context& context, View& view) {
         sum += row.number(1);
         return true;
       });
-  view.set("won_count", count_text(count, "negócio", "negócios")).set("won_sum", money_text(sum));
+  view.set("won_count", count_text(count, "negócio", "negócios")).set("won_sum", short_money_text(sum));
 }
 
 void add_companies(Context& context, View& view) {
@@ -103,16 +108,16 @@ void add_companies(Context& context, View& view) {
         view.set("client_count", count_text(row.id(1), "cliente", "clientes"));
       });
   std::vector<View> companies;
-  each_row(
-      context.crm(),
-      concat("select q.oid, j.nome, o.nome, j.criadoem from ", rows,
-             " left join item o on o.oid = j.criadopor where ", Visibility::company_join,
-             " order by q.oid desc"),
-      companies_shown, [&](const Row& row) {
-        View company;
-        company.set("address", company_address(row.id(0))).set("name", row.text(1)).set("owner", row.text(2));
-        companies.push_back(std::move(company.set("date", day_text(row.value(3)))));
-      });
+  each_row(context.crm(),
+           concat("select q.oid, j.nome, o.nome, j.criadoem from ", rows,
+                  " left join item o on o.oid = j.criadopor where ", Visibility::company_join,
+                  " order by q.oid desc"),
+           companies_shown, [&](const Row& row) {
+             View company;
+             company.set("address", company_address(row.id(0))).set("name", row.text(1));
+             company.set("owner", row.component_text(2));
+             companies.push_back(std::move(company.set("date", day_text(row.value(3)))));
+           });
   view.flag("no_companies", companies.empty()).list("companies", std::move(companies));
 }
 
