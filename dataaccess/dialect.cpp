@@ -101,8 +101,10 @@ bool is_plain_name(std::string_view name, NameCase name_case) {
 
 const Dialect sqlite_dialect{.engine = "sqlite", .functions = sqlite_functions, .longest_list = 28'672};
 const Dialect sqlite_odbc_dialect{.engine = "sqlite-odbc", .functions = common_functions};
-const Dialect postgresql_dialect{
-    .engine = "postgresql", .functions = common_functions, .name_case = NameCase::Lower};
+const Dialect postgresql_dialect{.engine = "postgresql",
+                                 .functions = common_functions,
+                                 .name_case = NameCase::Lower,
+                                 .row_limit = "limit ?"};
 // The suite's statements are written in its dialect. It takes 2100 parameters.
 const Dialect sql_server_dialect{
     .engine = "sqlserver", .functions = {}, .longest_list = 1024, .most_parameters = 2000};
@@ -110,6 +112,7 @@ const Dialect oracle_dialect{.engine = "oracle",
                              .functions = oracle_functions,
                              .name_case = NameCase::Upper,
                              .default_row = " values (default)",
+                             .row_limit = "fetch first ? rows only",
                              .longest_list = 512};
 const Dialect common_dialect{.engine = "", .functions = common_functions};
 

@@ -2,6 +2,7 @@
 
 #include "dataaccess/column_values.h"
 #include "dataaccess/failures.h"
+#include "dataaccess/row_limit.h"
 #include "dataaccess/trace.h"
 
 namespace pradelis::dataaccess {
@@ -15,7 +16,7 @@ void ReadRecordset::run(std::string_view sql, std::size_t limit, std::int64_t* r
     values = keep(values);
   }
   TraceLine trace(sql);
-  StatementLease statement = connection().run(live.lifter().text(), values);
+  StatementLease statement = run_limited(live, values, limit);
   const ResultColumnsPtr& columns = statement->columns();
   if (columns->empty()) {
     const std::int64_t changed = statement->rows_changed();
@@ -31,6 +32,17 @@ void ReadRecordset::run(std::string_view sql, std::size_t limit, std::int64_t* r
   rows_.next();
   open(rows_.columns());
   note_first_row();
+}
+
+StatementLease ReadRecordset::run_limited(LiveConnection& live, std::span<const Cell> values,
+                                          std::size_t limit) {
+  const StatementText& text = live.lifter().text();
+  const std::string limited =
+      limit == 0 ? std::string() : with_row_limit(text.text, live.connection().dialect());
+  if (limited.empty()) return connection().run(text, values);
+  std::vector<Cell> all(values.begin(), values.end());
+  all.push_back(Cell::of(static_cast<std::int64_t>(limit)));
+  return connection().run(StatementText::of(limited), all);
 }
 
 bool ReadRecordset::Eof() {

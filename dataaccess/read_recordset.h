@@ -29,6 +29,8 @@ class ReadRecordset final : public OpenRecordset {
   void set_value(std::size_t index, const Variant& value) override;
 
  private:
+  /// Runs the lifted statement, with the limit in it where the server can be told of it.
+  StatementLease run_limited(LiveConnection& live, std::span<const Cell> values, std::size_t limit);
   [[noreturn]] void refuse_write() const;
 
   Kind kind_;

@@ -130,6 +130,15 @@ TEST_F(ReadRecordset, MaxRecordsLimitsRows) {
   EXPECT_EQ(snapshot("select oid from t", 2)->RecordCount(), 2);
   EXPECT_EQ(snapshot("select oid from t", 3)->RecordCount(), 3);
   EXPECT_EQ(snapshot("select oid from t", 0)->RecordCount(), 3);
+  // Whatever the statement ends with: the limit may have to stand in it.
+  for (const char* sql : {"select oid from t order by oid desc -- os últimos", "select oid from t for update",
+                          "select oid from t limit 3", "select oid from t union all select oid from t",
+                          "select (select max(oid) from t) as m from t where nome in (select nome from t)",
+                          "select oid from t;", "select oid from t where nome <> 'limit' /* for */"}) {
+    if (std::string_view(sql).ends_with("update") && !on_postgresql()) continue;
+    EXPECT_EQ(snapshot(sql, 2)->RecordCount(), 2) << sql;
+  }
+  EXPECT_EQ(rows("select oid from t order by oid"), "1 2 3");
   const auto rs = updatable("select oid from t order by oid", 1);
   rs->MoveNext();
   EXPECT_TRUE(rs->Eof());
