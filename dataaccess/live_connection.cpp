@@ -6,7 +6,7 @@ namespace {
 constexpr std::size_t most_plans = 200;
 constexpr std::chrono::milliseconds trusted_for{20};
 // The objects of one request are made one right after the other.
-constexpr std::chrono::milliseconds just_now{1};
+constexpr std::chrono::milliseconds just_now{5};
 }  // namespace
 
 const TablePlanPtr& LiveConnection::table_plan(const StatementText& text) {

@@ -1,3 +1,5 @@
+#include <chrono>
+#include <thread>
 #include <utility>
 
 #include "dataaccess/driver.h"
@@ -110,7 +112,11 @@ class LostConnection : public Database {
     execute("insert into t values (1, 'um'), (2, 'dois')");
     conn->set_ConnectionString("fragil:" + folder.file("a.db"));
   }
-  static void cut_connections() { ++server.generation; }
+  /// And lets the moment pass for which a connection that has just answered is not asked again.
+  static void cut_connections() {
+    ++server.generation;
+    std::this_thread::sleep_for(std::chrono::milliseconds(25));
+  }
   void begin_new_work() { conn->set_ConnectionString(conn->ConnectionString()); }
 };
 
