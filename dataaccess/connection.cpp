@@ -16,26 +16,51 @@ constexpr std::int32_t already_open = 3705;
 PooledConnection::~PooledConnection() { release(); }
 
 void PooledConnection::Open() {
-  if (live_) raise(already_open, "A operação não é permitida: a conexão já está aberta.");
+  if (open_) raise(already_open, "A operação não é permitida: a conexão já está aberta.");
   live_ = pool_->take(settings_);
   open_settings_ = settings_;
+  open_ = true;
 }
 
 void PooledConnection::Close() {
-  if (!live_) raise_closed_connection();
+  check_open();
   release();
 }
 
 void PooledConnection::release() noexcept {
   while (recordsets_ != nullptr) recordsets_->end();
+  put_down();
+  open_ = false;
+}
+
+void PooledConnection::put_down() noexcept {
   if (live_) pool_->give_back(open_settings_, std::move(live_));
   live_.reset();
 }
 
+void PooledConnection::check_open() const {
+  if (!open_) raise_closed_connection();
+}
+
 LiveConnection& PooledConnection::live() {
-  if (!live_) raise_closed_connection();
-  if (!live_->usable()) reconnect();
+  check_open();
+  if (!live_) {
+    live_ = pool_->take(open_settings_);
+  } else if (!live_->usable()) {
+    reconnect();
+  }
   return *live_;
+}
+
+// What a connection that only reads leaves behind is in memory. Others may use what it stood on: the
+// connections of a tree, one inside the other, are one to the server.
+void PooledConnection::put_down_between_reads() noexcept {
+  if (open_settings_.mode != ConnectMode::Read) return;
+  for (OpenRecordset* recordset = recordsets_; recordset != nullptr;
+       recordset = recordset->next_of_connection()) {
+    if (recordset->standing()) return;
+  }
+  put_down();
 }
 
 // Rows in memory survive the connection; recordsets whose statement stood on it end with it.
@@ -91,7 +116,7 @@ RecordsetPtr PooledConnection::Execute(const std::string& sql, std::int64_t* row
 
 RecordsetPtr PooledConnection::open_rows(const std::string& sql, bool streamed, std::size_t limit,
                                          std::int64_t* rows_changed) {
-  if (!live_) raise_closed_connection();
+  check_open();
   const auto kind = streamed ? ReadRecordset::Kind::Stream : ReadRecordset::Kind::Snapshot;
   auto recordset = std::make_shared<ReadRecordset>(self(), kind);
   if (rows_changed != nullptr) *rows_changed = 0;
@@ -100,11 +125,12 @@ RecordsetPtr PooledConnection::open_rows(const std::string& sql, bool streamed, 
   } catch (const Error& failure) {
     raise_for_statement(failure, sql);
   }
+  put_down_between_reads();
   return recordset;
 }
 
 RecordsetPtr PooledConnection::open_table(const std::string& sql, std::size_t limit) {
-  if (!live_) raise_closed_connection();
+  check_open();
   auto recordset = std::make_shared<TableRecordset>(self());
   try {
     recordset->prepare(sql, limit);

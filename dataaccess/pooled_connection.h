@@ -18,7 +18,7 @@ namespace pradelis::dataaccess {
 
 class OpenRecordset;
 
-/// The connection object: settings, the live connection from the pool while it is open, and the
+/// The connection object: settings, the live connection from the pool while it is needed, and the
 /// recordsets that are open on it. Recordsets keep their connection alive.
 class PooledConnection final : public Connection {
  public:
@@ -35,7 +35,7 @@ class PooledConnection final : public Connection {
   void set_CommandTimeout(std::int16_t seconds) override { settings_.command_timeout = seconds; }
 
   void Open() override;
-  ObjectState State() const override { return live_ ? ObjectState::Open : ObjectState::Closed; }
+  ObjectState State() const override { return open_ ? ObjectState::Open : ObjectState::Closed; }
   void Close() override;
   RecordsetPtr Execute(const std::string& sql, std::int64_t* rows_changed) override;
 
@@ -66,15 +66,19 @@ class PooledConnection final : public Connection {
   }
   void reconnect();
   void read_off_results();
+  void check_open() const;
+  void put_down() noexcept;
+  void put_down_between_reads() noexcept;
   void release() noexcept;
 
   std::shared_ptr<Pool> pool_;
   ConnectionSettings settings_;
   ConnectionSettings open_settings_;  // those of the live connection
   CursorLocation location_ = CursorLocation::Server;
-  std::unique_ptr<LiveConnection> live_;
-  OpenRecordset* recordsets_ = nullptr;  // a list through the recordsets
-  RowStore spare_memory_;                // of the last recordset that ended, for the next one
+  bool open_ = false;
+  std::unique_ptr<LiveConnection> live_;  // also null while nothing stands on a connection that only reads
+  OpenRecordset* recordsets_ = nullptr;   // a list through the recordsets
+  RowStore spare_memory_;                 // of the last recordset that ended, for the next one
 };
 
 }  // namespace pradelis::dataaccess

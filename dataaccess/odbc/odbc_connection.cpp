@@ -43,6 +43,9 @@ bool OdbcConnection::alive() noexcept {
          session_->run_quietly(traits_of(session_->engine()).ping);
 }
 
-void OdbcConnection::tidy() noexcept { SQLEndTran(SQL_HANDLE_DBC, session_->handle(), SQL_ROLLBACK); }
+void OdbcConnection::tidy() noexcept {
+  if (reads_) return;  // queries alone leave nothing open
+  SQLEndTran(SQL_HANDLE_DBC, session_->handle(), SQL_ROLLBACK);
+}
 
 }  // namespace pradelis::dataaccess::odbc
