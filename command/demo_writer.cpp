@@ -4,6 +4,7 @@
 
 #include "command/demo_names.h"
 #include "dataaccess/schema/fixed.h"
+#include "site/choice_lists.h"
 #include "site/reference.h"
 #include "site/rows.h"
 #include "site/salespeople.h"
@@ -19,12 +20,6 @@ using site::ReferenceList;
 
 constexpr std::int32_t system_object = fixed::system_object;
 constexpr int history_days = 240;
-
-/// A choice of extra fields: identifiers and names of the categories below one.
-std::string choices_of(ReferenceList list) {
-  return concat("select oid, nome from categoria_r where rsuper = ", static_cast<std::int32_t>(list),
-                " order by nome");
-}
 
 /// While it lives, the clock stands at a moment of the past, so that what is written carries that date.
 class Moment {
@@ -146,11 +141,10 @@ void DemoWriter::write_extra_fields() {
   constexpr std::int32_t text = 1;
   constexpr std::int32_t reference = 2;
   constexpr std::int32_t date = 3;
-  const std::int32_t list = crm_.QLCBase()->NovoOid();
-  site::append_row(crm_, "listadeobjetos", [&](dataaccess::Recordset& row) {
-    row.set("oid", list);
-    row.set("especificacao", choices_of(ReferenceList::ProductClasses));
-  });
+  const std::int32_t list = site::add_choice_list(crm_, "Interesses", system_object);
+  for (const std::string_view interest : names::product_classes) {
+    interests_.push_back(site::add_category(crm_, list, std::string(interest), system_object));
+  }
   const auto define = [&](const char* label, std::int32_t type, std::int32_t choices) {
     const std::int32_t oid = crm_.QLCBase()->NovoOid();
     site::append_row(crm_, "dadoadicional", [&](dataaccess::Recordset& row) {
@@ -214,7 +208,7 @@ void DemoWriter::write_contacts(Company& company) {
 void DemoWriter::write_extra_values(std::int32_t company) {
   crm_.Alterar_Aditivo(company, fields_[0], std::to_string(1 + pick(12)));
   crm_.Alterar_Aditivo(company, fields_[1], day(-static_cast<int>(300 + pick(4000))));
-  crm_.Alterar_Aditivo(company, fields_[2], pick_from(classes_));
+  crm_.Alterar_Aditivo(company, fields_[2], pick_from(interests_));
 }
 
 void DemoWriter::write_file(std::int32_t company, std::int32_t owner) {

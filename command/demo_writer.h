@@ -60,7 +60,8 @@ class DemoWriter {
   std::mt19937 random_{20090};
   Date today_;
 
-  std::vector<std::int32_t> cities_, roles_, reasons_, classes_, kinds_, groups_, people_, fields_;
+  std::vector<std::int32_t> cities_, roles_, reasons_, classes_, kinds_, groups_, people_, fields_,
+      interests_;
   std::vector<std::pair<std::string, std::int32_t>> segments_;  ///< branch of trade and its category
   std::vector<Company> companies_;
 };

@@ -22,6 +22,9 @@ std::string list_name(const ChoiceList& list);
 /// Its choices, by name.
 std::vector<Option> read_choices(component::CRM& crm, std::int32_t list);
 
+/// Makes a list without choices; gives its identifier.
+std::int32_t add_choice_list(component::CRM& crm, const std::string& name, std::int32_t creator);
+
 /// The way to the page of extra fields and lists.
 const std::vector<Link>& fields_trail();
 

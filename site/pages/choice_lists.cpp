@@ -4,9 +4,7 @@
 #include "site/component_text.h"
 #include "site/pages/pages.h"
 #include "site/reference.h"
-#include "site/rows.h"
 #include "site/transaction.h"
-#include "values/text.h"
 
 namespace pradelis::site {
 namespace {
@@ -21,14 +19,6 @@ ChoiceList read_list(Context& context, std::int32_t id) {
     if (list.id == id && !list.name.empty()) return std::move(list);
   }
   throw Refusal{404};
-}
-
-/// The statement of a list's choices. The first one is none: the component's lists have no empty choice of
-/// their own, and the first would seem chosen.
-std::string choices_statement(std::int32_t list) {
-  return concat("select oid, nome from (select 0 oid, '' nome from item where oid = ", fixed::system_object,
-                " union all select oid, nome from categoria_r where rsuper = ", list,
-                ") escolhas order by nome");
 }
 
 Form name_form() {
@@ -51,12 +41,7 @@ void create_list(Context& context) {
   Form form = name_form();
   component::CRM& crm = context.crm();
   const bool done = form.read(context.request().form) && attempt_whole(crm, lists_row, form, [&] {
-                      const std::int32_t list =
-                          add_category(crm, fixed::system_object, form.text_of("nome"), context.person());
-                      append_row(crm, "listadeobjetos", [&](dataaccess::Recordset& row) {
-                        row.set("oid", list);
-                        row.set("especificacao", choices_statement(list));
-                      });
+                      add_choice_list(crm, form.text_of("nome"), context.person());
                     });
   if (!done) return show_new_list(context, form);
   context.redirect("/campos", "Lista criada.");

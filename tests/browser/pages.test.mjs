@@ -62,7 +62,10 @@ walk("all that a leader reaches", async (as) => {
     "/empresas/{}/categorias", "/empresas/{}/contatos/novo", "/empresas/{}/contatos/{}/alterar", "/empresas/{}/negocios/novo",
     "/empresas/{}/atividades/nova", "/empresas/{}/arquivos/novo", "/arquivos/{}/excluir", "/atividades/{}/alterar",
     "/negocios/{}", "/negocios/{}/alterar", "/negocios/{}/fechar", "/negocios/{}/perder", "/negocios/{}/reabrir",
-    "/negocios/{}/passar", "/negocios/{}/arquivos/novo", "/produtos", "/cidades/nova", "/equipe/vendedores/novo");
+    "/negocios/{}/passar", "/negocios/{}/arquivos/novo", "/negocios/{}/excluir", "/produtos", "/cidades/nova",
+    "/empresas/importar", "/empresas/{}/excluir", "/empresas/{}/contatos/{}/excluir", "/atividades/{}/excluir",
+    "/excluidos", "/equipe/vendedores", "/equipe/vendedores/novo", "/equipe/vendedores/{}", "/equipe/vendedores/{}/alterar",
+    "/equipe/vendedores/{}/passar", "/equipe/vendedores/{}/excluir", "/equipe/grupos/{}/alterar", "/equipe/grupos/{}/excluir");
 });
 
 walk("all that the maintenance user reaches", async (as) => {

@@ -1,6 +1,6 @@
 // Quotes, tags and ampersands in every text field, and wherever they show.
 import assert from "node:assert/strict";
-import { attach, day, field, fill, maintenance, walk } from "./support.mjs";
+import { attach, day, field, fill, links, maintenance, walk } from "./support.mjs";
 
 const typed = `O'Brien <b>"&`;
 const name = (of) => `${of} ${typed}`;
@@ -48,6 +48,7 @@ walk("what administrators name", async (as) => {
   await register(page, "/equipe/grupos/novo");
   await register(page, "/equipe/vendedores/novo", {
     "Nome completo": name("Vendedor"), Grupo: "Equipe Curitiba", Usuário: "OBRIEN", Senha: `8 ${typed}`, Cidade: "Curitiba",
+    "Abaixo de": "Helena Prado Vasconcelos",
   });
   await expectShown(page, "/listas", ...["cargos", "classes", "motivos", "atividades"].map(name));
   await expectShown(page, "/cidades", name("Cidade"));
@@ -55,6 +56,10 @@ walk("what administrators name", async (as) => {
   await expectShown(page, "/categorias", typed);
   await expectShown(page, "/campos", typed, name("Lista"), name("Texto"));
   await expectShown(page, "/equipe", typed, name("Vendedor"));
+  await page.getByRole("link", { name: name("Vendedor") }).click();
+  await page.getByRole("heading", { name: name("Vendedor") }).waitFor();
+  const person = page.url();
+  for (const form of ["", "/alterar", "/passar", "/excluir"]) await expectShown(page, person + form, name("Vendedor"));
   for (const [list, link] of [["/campos", name("Texto")], ["/categorias", "Alterar " + typed], ["/equipe", "Alterar " + typed]]) {
     await page.goto(list);
     await expectShown(page, await page.getByRole("link", { name: link, exact: true }).getAttribute("href"), typed);
@@ -65,6 +70,14 @@ walk("what administrators name", async (as) => {
   await page.locator(".actions button").click();
   await page.getByText("Não use aspas simples").first().waitFor();
   assert.equal(await field(page, "Usuário").inputValue(), typed, "what is refused stays");
+});
+
+walk("what the component's tree of salespeople shows", async (as) => {
+  const page = await as("HELENA");
+  await page.goto("/equipe/vendedores");
+  await field(page, name("Vendedor")).check();
+  await page.getByRole("button", { name: "Ver vendedor" }).click();
+  await page.getByRole("heading", { name: name("Vendedor"), level: 1 }).waitFor();
 });
 
 walk("what salespeople write", async (as) => {
@@ -95,16 +108,20 @@ walk("what salespeople write", async (as) => {
   await page.locator("p.message").waitFor();
   assert.deepEqual(await page.locator("dd .tag").allTextContents(), [typed]);
 
-  const { empresa, contato, negocio, vendedor } = {
-    empresa: name("Empresa"), contato: name("Contato"), negocio: name("Negócio"), vendedor: name("Vendedor"),
-  };
+  const [empresa, contato, negocio, vendedor] = ["Empresa", "Contato", "Negócio", "Vendedor"].map(name);
   await expectShown(page, company, empresa, typed.slice(0, 9), name("Cidade"), vendedor, contato, name("cargos"), negocio,
     name("atividades"), `${typed}.txt`, name("Texto"), name("Lista"));
   assert.equal(await field(page, name("Texto")).inputValue(), typed);
   assert.equal(await field(page, name("Lista")).locator(":checked").textContent(), typed);
   await expectShown(page, deal, negocio, empresa, vendedor, contato, name("classes"), name("atividades"), `${typed}.txt`);
-  await expectShown(page, company + "/alterar", empresa, typed, name("Cidade"));
-  await expectShown(page, deal + "/alterar", contato, name("classes"), typed);
+  await page.goto(company);
+  const forms = (await links(page)).filter((address) => address.endsWith("/alterar")).concat(deal + "/alterar");
+  assert.equal(forms.length, 4, "the company's, the contact's, the activity's, the deal's");
+  for (const form of forms) {
+    await page.goto(form);
+    const texts = await page.locator("main input[type=text]:not([data-money]), main textarea").all();
+    for (const text of texts) assert.ok((await text.inputValue()).includes(typed.slice(0, 9)), form);
+  }
   await expectShown(page, deal + "/perder", negocio, empresa, name("motivos"));
   await expectShown(page, "/", empresa, negocio, vendedor);
   await expectShown(page, "/agenda", empresa, negocio, vendedor, name("atividades"));

@@ -1,6 +1,6 @@
 // What one group keeps, another does not see; those above do.
 import assert from "node:assert/strict";
-import { attach, complete, day, links, registerCompany, registerDeal, site, walk } from "./support.mjs";
+import { attach, complete, day, links, registerCompany, registerDeal, saw, site, walk } from "./support.mjs";
 
 // All that a company may have, under names with `mark` in them. Gives the addresses of its pages and forms.
 async function keepRecords(page, mark) {
@@ -28,7 +28,7 @@ async function keepRecords(page, mark) {
 
 const lists = (mark) => [
   "/", "/agenda", "/agenda?ver=sem-plano", "/agenda?ver=parados", "/negocios/quadro", "/negocios",
-  "/negocios?estado=abertos", "/empresas", `/empresas?busca=${mark}`, `/negocios?busca=${mark}`,
+  "/negocios?estado=abertos", "/empresas", "/excluidos", "/excluidos/exportar", `/empresas?busca=${mark}`, `/negocios?busca=${mark}`,
   "/empresas/exportar", "/negocios/exportar", `/empresas/exportar?busca=${mark}`, `/negocios/exportar?busca=${mark}`,
 ];
 
@@ -63,7 +63,7 @@ async function addressesThatAnswer(page, addresses) {
 walk("a prospect and all that hangs on it", async (as) => {
   const mark = "Guarani-Reservado";
   const owner = await as("RAFAEL");
-  const { addresses } = await keepRecords(owner, mark);
+  const { company, addresses } = await keepRecords(owner, mark);
   assert.ok(addresses.length >= 20, "too few addresses to try: " + addresses);
   const other = await as("ANA");
   assert.deepEqual(await listsThatShow(other, mark), []);
@@ -75,6 +75,11 @@ walk("a prospect and all that hangs on it", async (as) => {
   for (const address of ["/", "/agenda", "/negocios/quadro", "/empresas/exportar", `/negocios?busca=${mark}`]) {
     assert.ok(shown.includes(address), address + " does not show it to the one above");
   }
+  await owner.goto(company + "/excluir");
+  await owner.getByRole("button", { name: "Excluir empresa" }).click();
+  await saw(owner, "foi excluído.");
+  assert.deepEqual(await listsThatShow(other, mark), []);
+  assert.deepEqual(await listsThatShow(leader, mark), ["/excluidos", "/excluidos/exportar"]);
 });
 
 walk("a client is everybody's, its deals are not", async (as) => {
