@@ -22,7 +22,9 @@ pradelis_folder(pradelis_values FOLDERS values)
 set(dataaccess_folders dataaccess dataaccess/odbc dataaccess/schema)
 if(WIN32)
   list(APPEND dataaccess_folders dataaccess/cng)
-  set(dataaccess_libraries odbc32 bcrypt)
+  # C++'s own library would keep the one for Windows loaded until each thread that used it ends. The platform's
+  # way of ending what threads keep (mingw32) has to be found before it: that one lets go.
+  set(dataaccess_libraries odbc32 bcrypt mingw32)
 else()
   find_package(ODBC REQUIRED)
   find_package(SQLite3 REQUIRED)

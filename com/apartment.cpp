@@ -12,6 +12,7 @@ namespace {
 
 std::atomic<long> locks = 0;  // class factories and objects that somebody holds, and requested locks
 std::atomic<long> apartments = 0;
+std::atomic<bool> pinned = false;  // while there are apartments, and until somebody asks after the last one
 
 /// The platform's own place for a pointer of each thread: unlike C++'s it can still be read when the
 /// library is told that a thread ends.
@@ -66,7 +67,8 @@ Apartment& apartment() {
     auto fresh = std::make_unique<Apartment>();
     component::set_app_server_factory(platform_app_server);
     current.set(fresh.release());
-    if (++apartments == 1) pin_module();
+    ++apartments;
+    if (!pinned.exchange(true)) pin_module();
   }
   return *current.get();
 }
@@ -84,9 +86,11 @@ bool library_can_unload() noexcept {
     if (apartments != 1 || !current.get()->is_idle()) return false;
     component::reset_thread_state();
     end_current();
-    unpin_module();  // the asker keeps the library loaded until he has the answer
   }
-  return apartments == 0;
+  if (apartments != 0) return false;
+  // A thread that ends cannot do this: the asker keeps the library loaded until he has the answer.
+  if (pinned.exchange(false)) unpin_module();
+  return true;
 }
 
 }  // namespace pradelis::com
