@@ -61,9 +61,9 @@ void write_type_library(const RegistryKey& classes, const std::wstring& path) {
 /// The type library's entry is shared by libraries of either width: it goes with the last of them.
 void remove_type_library(const RegistryKey& classes) {
   classes.remove_tree(language_key() + L"\\" + platform_name);
-  classes.remove_if_childless(language_key());
+  classes.remove_if_empty(language_key());
   if (!classes.has(language_key())) classes.remove_tree(version_key());
-  classes.remove_if_childless(library_key());
+  classes.remove_if_empty(library_key());
 }
 
 void remove_all(const RegistryKey& classes) {
@@ -73,6 +73,8 @@ void remove_all(const RegistryKey& classes) {
     classes.remove_tree(interface_key(one));
   }
   remove_type_library(classes);
+  // A user who never registered anything else had none of these.
+  for (const wchar_t* common : {L"CLSID", L"Interface", L"TypeLib"}) classes.remove_if_empty(common);
 }
 
 HRESULT register_in(HKEY hive) noexcept {

@@ -52,15 +52,16 @@ void RegistryKey::remove_tree(const std::wstring& path) const {
   check_removal(RegDeleteTreeW(key_, path.c_str()));
 }
 
-void RegistryKey::remove_if_childless(const std::wstring& path) const {
+void RegistryKey::remove_if_empty(const std::wstring& path) const {
   DWORD children = 0;
+  DWORD values = 0;
   {
     OpenKey parent;
     if (RegOpenKeyExW(key_, path.c_str(), 0, KEY_READ, &parent.key) != ERROR_SUCCESS) return;
-    check(RegQueryInfoKeyW(parent.key, nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr,
+    check(RegQueryInfoKeyW(parent.key, nullptr, nullptr, nullptr, &children, nullptr, nullptr, &values,
                            nullptr, nullptr, nullptr, nullptr));
   }
-  if (children == 0) check_removal(RegDeleteKeyW(key_, path.c_str()));
+  if (children == 0 && values == 0) check_removal(RegDeleteKeyW(key_, path.c_str()));
 }
 
 }  // namespace pradelis::com

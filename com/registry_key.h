@@ -21,8 +21,8 @@ class RegistryKey {
   void set(const std::wstring& path, const std::wstring& name, const std::wstring& value) const;
   /// Removes a key and all below it, if it is there.
   void remove_tree(const std::wstring& path) const;
-  /// Removes a key if it is there and nothing is below it.
-  void remove_if_childless(const std::wstring& path) const;
+  /// Removes a key if it is there and holds nothing: no key and no value.
+  void remove_if_empty(const std::wstring& path) const;
 
  private:
   HKEY key_ = nullptr;
