@@ -219,8 +219,7 @@ class AppServerFactory final : public IClassFactory {
 }  // namespace
 
 IClassFactory& app_server_factory(std::function<IDispatch*()> create) {
-  static AppServerFactory factory(std::move(create));
-  return factory;
+  return *new AppServerFactory(std::move(create));
 }
 
 HRESULT register_app_server(PageObjects& page) {
