@@ -8,6 +8,8 @@
 
 #include "browser.h"
 #include "database.h"
+#include "tests/support/control_server.h"
+#include "tests/support/engine.h"
 
 /// `pradelis serve` as browsers meet it: one host, and several that share a database.
 namespace pradelis::command {
@@ -105,6 +107,16 @@ TEST_F(Serve, KeepsAVisitorWhicheverHostHisRequestReaches) {
   Browser copy = ana;
   EXPECT_EQ(ana.post(third.address(), "/sair", {}).status, 303);
   EXPECT_EQ(copy.get(second.address(), page).status, 303);
+}
+
+TEST_F(Serve, KeepsItsVisitorsWhenTheDatabaseServerIsStartedAgain) {
+  if (!tests::on_postgresql()) GTEST_SKIP() << "the embedded database goes away with the process only";
+  const WebHost first(demonstration()), second(demonstration());
+  Browser ana = logged_in(first, "ANA");
+  EXPECT_EQ(ana.get(second.address(), "/empresas").status, 200);
+  tests::control_server("restart -m fast");
+  EXPECT_EQ(ana.get(first.address(), "/").status, 200);
+  EXPECT_EQ(ana.get(second.address(), "/empresas").status, 200);
 }
 
 TEST_F(Serve, TellsAllHostsThatTheTeamHasChanged) {
