@@ -41,14 +41,12 @@ Activity activity_of(const Row& row) {
   return activity;
 }
 
-View activity_view(Context& context, const Row& row) {
+View activity_view(const Row& row) {
   const Activity activity = activity_of(row);
   View view;
   view.set("kind", activity.kind_name).set("performer", row.component_text(performer_column));
   view.set("date", activity.date ? day_text(*activity.date) : std::string());
-  const std::string page = "/atividades/" + std::to_string(activity.id);
-  view.set("change", page + "/alterar").set("deletion", page + "/excluir");
-  view.flag("deletable", context.visible().sees(activity.performer));
+  view.set("change", activity_address(activity.id) + "/alterar");
   view.optional("note", activity.note).optional("contact", activity.contact_name);
   view.optional("deal", activity.deal_name).set("deal_page", deal_address(activity.deal));
   if (activity.next) {
@@ -65,7 +63,7 @@ std::vector<View> newest_activities(Context& context, const std::string& conditi
   each_row(context.crm(),
            concat("select ", activity_columns, activity_sources, " where ", condition,
                   " order by a.data desc, a.oid desc"),
-           activities_shown, [&](const Row& row) { views.push_back(activity_view(context, row)); });
+           activities_shown, [&](const Row& row) { views.push_back(activity_view(row)); });
   return views;
 }
 
@@ -78,6 +76,8 @@ Activity read_activity(Context& context, std::int32_t id) {
   context.visible().require_company_or_deal(activity.company, activity.deal);
   return activity;
 }
+
+std::string activity_address(std::int32_t activity) { return "/atividades/" + std::to_string(activity); }
 
 std::vector<View> company_activities(Context& context, std::int32_t company) {
   return newest_activities(

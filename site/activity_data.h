@@ -27,6 +27,8 @@ struct Activity {
 /// An activity that the visitor may see; refuses with 404 any other.
 Activity read_activity(Context& context, std::int32_t activity);
 
+std::string activity_address(std::int32_t activity);
+
 /// The newest activities of a company that the visitor may see, for "_activities".
 std::vector<View> company_activities(Context& context, std::int32_t company);
 /// The newest activities of a deal. The caller has checked that the visitor may see it.

@@ -143,7 +143,9 @@ void Context::show_form(const Form& form, const FormPage& page) {
   std::vector<View> details;
   for (const std::string& line : page.details) details.push_back(View().set("line", line));
   view.flag("detailed", !details.empty()).list("details", std::move(details));
-  view.optional("lead", page.lead).set("kind", page.danger ? "danger" : "primary");
+  view.optional("deletion", page.deletion)
+      .optional("lead", page.lead)
+      .set("kind", page.danger ? "danger" : "primary");
   show("form", page.title, page.area, std::move(view));
 }
 

@@ -32,6 +32,7 @@ struct FormPage {
   std::string lead = {};    ///< a line under the title
   bool danger = false;      ///< whether sending it gives something up
   std::vector<std::string> details = {};  ///< lines under that
+  std::string deletion = {};              ///< where the record can be deleted; empty for nowhere
 };
 
 /// What a page works with: the request, the component, who asks, and the ways to answer.

@@ -161,7 +161,10 @@ View Form::view() const {
   }
   view.flag("has_file", std::any_of(fields_.begin(), fields_.end(),
                                     [](const Field& field) { return field.kind_ == Field::Kind::File; }));
-  view.flag("guarded", !guard_.empty()).set("guard", guard_).set("guard_field", guard_field);
+  view.flag("any_fields", !fields.empty())
+      .flag("guarded", !guard_.empty())
+      .set("guard", guard_)
+      .set("guard_field", guard_field);
   view.flag("refused", refused()).optional("error", error_).flag("has_errors", !errors.empty());
   return view.list("fields", std::move(fields)).list("errors", std::move(errors));
 }

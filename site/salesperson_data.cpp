@@ -35,7 +35,7 @@ std::vector<std::int32_t> read_ids(component::CRM& crm, const std::string& sql) 
 
 }  // namespace
 
-Salesperson read_salesperson(Context& context, std::int32_t id) {
+std::optional<Salesperson> find_salesperson(Context& context, std::int32_t id) {
   Salesperson person;
   each_row(context.crm(),
            concat("select v.nome, i.rescopo, s.nome, u.oid, u.nome, a.rgrupo, g.nome from vendedor_r v"
@@ -56,8 +56,13 @@ Salesperson read_salesperson(Context& context, std::int32_t id) {
              person.group_name = row.text(6);
            });
   const bool administered = context.user().maintenance || context.visible().administers(person.group);
-  if (person.id == 0 || !administered) throw Refusal{404};
-  return person;
+  return person.id != 0 && administered ? std::optional(person) : std::nullopt;
+}
+
+Salesperson read_salesperson(Context& context, std::int32_t id) {
+  auto person = find_salesperson(context, id);
+  if (!person) throw Refusal{404};
+  return std::move(*person);
 }
 
 std::string salesperson_address(std::int32_t person) {

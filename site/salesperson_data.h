@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,9 @@ struct Salesperson {
   std::string group_name, superior_name;
 };
 
-/// A salesperson whose group the visitor administers; refuses with 404 any other.
+/// A salesperson whose group the visitor administers; nothing for any other.
+std::optional<Salesperson> find_salesperson(Context& context, std::int32_t person);
+/// As above; refuses with 404 any other.
 Salesperson read_salesperson(Context& context, std::int32_t person);
 
 std::string salesperson_address(std::int32_t person);

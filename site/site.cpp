@@ -81,6 +81,7 @@ Site::Site(ApplicationSettings settings, std::unique_ptr<SessionStore> sessions)
   add_salesperson_pages(router_);
   add_hand_over_pages(router_);
   add_deletion_pages(router_);
+  add_category_deletion(router_);
   add_deletion_register(router_);
   add_import_pages(router_);
   add_city_pages(router_);

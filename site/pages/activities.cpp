@@ -116,9 +116,12 @@ void register_activity(Context& context) {
   context.redirect(page_of(company.id, form.id_of("negocio")), "Atividade registrada.");
 }
 
-void show_change(Context& context, const Form& form, const Company& company) {
-  context.show_form(form, {"Alterar atividade", "agenda", "Salvar alterações", company_trail(company),
-                           "Com " + company.name + "."});
+void show_change(Context& context, const Form& form, const Activity& activity) {
+  const Company company = read_company(context, activity.company);
+  FormPage page{"Alterar atividade", "agenda", "Salvar alterações", company_trail(company),
+                "Com " + company.name + "."};
+  if (context.visible().sees(activity.performer)) page.deletion = activity_address(activity.id) + "/excluir";
+  context.show_form(form, page);
 }
 
 /// The form of an activity as it is stored.
@@ -136,7 +139,7 @@ Form change_form(Context& context, const Activity& activity) {
 
 void ask_change(Context& context) {
   const Activity activity = read_activity(context, context.id());
-  show_change(context, change_form(context, activity), read_company(context, activity.company));
+  show_change(context, change_form(context, activity), activity);
 }
 
 void change_activity(Context& context) {
@@ -151,7 +154,7 @@ void change_activity(Context& context) {
                           *form.date_of("data"), plan.when, activity.id, form.text_of("observacao"),
                           form.id_of("atividade"), plan.kind, plan.person);
                     });
-  if (!done) return show_change(context, form, read_company(context, activity.company));
+  if (!done) return show_change(context, form, activity);
   context.redirect(page_of(activity.company, form.id_of("negocio")), "Alterações salvas.");
 }
 

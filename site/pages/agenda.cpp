@@ -1,6 +1,7 @@
 #include "site/activity_data.h"
 #include "site/company_data.h"
 #include "site/context.h"
+#include "site/csv.h"
 #include "site/deal_data.h"
 #include "site/identifiers.h"
 #include "site/pager.h"
@@ -128,18 +129,60 @@ void read_still(Context& context, Pager& pager, std::int32_t person, Entries& en
            });
 }
 
+std::string whole(const Order& order) { return concat(" order by ", order.key, ", ", order.identifier); }
+
+void write_contacts_due(Context& context, std::int32_t person, CsvWriter& csv) {
+  for (const char* heading : {"Data", "Empresa", "Negócio", "O que fazer", "Vendedor", "Observação"})
+    csv.text(heading);
+  csv.end_row();
+  each_streamed_row(context.crm(),
+                    concat("select a.proximocontato, c.nome, n.nome, k.nome, v.nome, a.observacao",
+                           planned_contacts(context, person), whole(by_due_date)),
+                    [&](const Row& row) {
+                      csv.day(row.value(0)).text(row.text(1)).text(row.text(2)).text(row.text(3));
+                      csv.text(row.component_text(4)).text(row.text(5)).end_row();
+                    });
+}
+
+/// Deals with the day of their last activity, those that stand still alone when `still_only`.
+void write_deals(Context& context, const std::string& deals, const Order& order, bool still_only,
+                 CsvWriter& csv) {
+  for (const char* heading :
+       {"Negócio", "Empresa", "Vendedor", "Fechamento previsto", "Valor previsto", "Última atividade"}) {
+    csv.text(heading);
+  }
+  csv.end_row();
+  each_streamed_row(context.crm(),
+                    concat("select i.nome, c.nome, v.nome, n.dataprovavel, n.valorprovavel, ",
+                           longest_still.key, deals, whole(order)),
+                    [&](const Row& row) {
+                      if (still_only && !stands_still(row.value(5))) return;
+                      csv.text(row.text(0)).text(row.text(1)).text(row.component_text(2)).day(row.value(3));
+                      csv.amount(row.value(4)).day(row.value(5)).end_row();
+                    });
+}
+
+void write_unplanned(Context& context, std::int32_t person, CsvWriter& csv) {
+  write_deals(context, unplanned_deals(context, person), by_expected_date, false, csv);
+}
+
+void write_still(Context& context, std::int32_t person, CsvWriter& csv) {
+  write_deals(context, open_deals(context, person), longest_still, true, csv);
+}
+
 /// One way to look at the agenda.
 struct Tab {
   const char* name;
   const char* text;
   const Order& order;
   void (*read)(Context&, Pager&, std::int32_t, Entries&);
+  void (*write)(Context&, std::int32_t, CsvWriter&);
 };
 
 const Tab tabs[] = {
-    {"contatos", "Contatos", by_due_date, read_contacts_due},
-    {"sem-plano", "Sem próximo contato", by_expected_date, read_unplanned},
-    {"parados", "Parados", longest_still, read_still},
+    {"contatos", "Contatos", by_due_date, read_contacts_due, write_contacts_due},
+    {"sem-plano", "Sem próximo contato", by_expected_date, read_unplanned, write_unplanned},
+    {"parados", "Parados", longest_still, read_still, write_still},
 };
 
 const Tab& asked_tab(const Request& request) {
@@ -178,6 +221,8 @@ void show_agenda(Context& context) {
   pager.arrange(entries);
 
   View view;
+  view.set("export", std::string("/agenda/exportar?ver=") + asked.name +
+                         (person == 0 ? "" : "&vendedor=" + std::to_string(person)));
   view.set("asked", asked.name).list("tabs", tab_views(context, asked, person));
   std::vector<View> people;
   for (const Option& one : context.visible().salespeople()) {
@@ -194,8 +239,18 @@ void show_agenda(Context& context) {
   context.show("agenda", "Agenda", "agenda", std::move(view));
 }
 
+void export_agenda(Context& context) {
+  const std::int32_t person = parse_identifier(context.request().query.get("vendedor")).value_or(0);
+  CsvWriter csv;
+  asked_tab(context.request()).write(context, person, csv);
+  context.send_csv("agenda", csv.take());
+}
+
 }  // namespace
 
-void add_agenda_pages(Router& router) { router.get("/agenda", show_agenda); }
+void add_agenda_pages(Router& router) {
+  router.get("/agenda", show_agenda);
+  router.get("/agenda/exportar", export_agenda);
+}
 
 }  // namespace pradelis::site

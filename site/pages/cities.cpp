@@ -129,7 +129,9 @@ Form change_form(Context& context, const City& city) {
 }
 
 void show_change(Context& context, const Form& form) {
-  context.show_form(form, {"Alterar cidade", "empresas", "Salvar alterações", city_trail()});
+  FormPage page{"Alterar cidade", "empresas", "Salvar alterações", city_trail()};
+  page.deletion = concat("/cidades/", context.id(), "/excluir");
+  context.show_form(form, page);
 }
 
 void ask_change(Context& context) { show_change(context, change_form(context, read_kept_city(context))); }

@@ -33,8 +33,7 @@ std::vector<View> contact_views(Context& context, const std::string& company_pag
   for (const Contact& contact : read_contacts(context, context.id())) {
     View view;
     view.set("name", contact.name).set("role", contact.role_name);
-    const std::string page = company_page + "/contatos/" + std::to_string(contact.id);
-    view.set("address", page + "/alterar").set("deletion", page + "/excluir");
+    view.set("address", company_page + "/contatos/" + std::to_string(contact.id) + "/alterar");
     views.push_back(std::move(view));
   }
   return views;

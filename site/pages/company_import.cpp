@@ -72,7 +72,7 @@ void add_rows(View& view, const std::vector<ImportRow>& rows, bool done) {
   const auto number = [](std::size_t count) { return static_cast<std::int64_t>(count); };
   view.set("companies", count_text(number(companies), "empresa", "empresas"));
   view.set("contacts", count_text(number(contacts), "contato", "contatos"));
-  view.set("refused", count_text(number(refused), "linha recusada", "linhas recusadas"));
+  view.set("refused_rows", count_text(number(refused), "linha recusada", "linhas recusadas"));
   view.flag("any", companies + contacts > 0).flag("some_left_out", views.size() < rows.size());
   view.list("rows", std::move(views));
 }

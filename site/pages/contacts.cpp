@@ -1,5 +1,6 @@
 #include "site/company_forms.h"
 #include "site/pages/pages.h"
+#include "values/text.h"
 
 namespace pradelis::site {
 namespace {
@@ -45,13 +46,17 @@ void register_contact(Context& context) {
   context.redirect(company_address(company.id), "Contato cadastrado.");
 }
 
-void show_change(Context& context, const Form& form, const Company& company) {
-  context.show_form(form, {"Alterar contato", "empresas", "Salvar alterações", company_trail(company)});
+void show_change(Context& context, const Form& form, const Entry& entry) {
+  FormPage page{"Alterar contato", "empresas", "Salvar alterações", company_trail(entry.company)};
+  if (context.visible().sees(entry.company.owner)) {
+    page.deletion = concat(company_address(entry.company.id), "/contatos/", entry.contact.id, "/excluir");
+  }
+  context.show_form(form, page);
 }
 
 void ask_change(Context& context) {
   const Entry entry = read_entry(context);
-  show_change(context, change_form(context, entry.contact), entry.company);
+  show_change(context, change_form(context, entry.contact), entry);
 }
 
 void change_contact(Context& context) {
@@ -63,7 +68,7 @@ void change_contact(Context& context) {
                       context.crm().Alterar_Contato(entry.contact.id, context.person(), form.text_of("nome"),
                                                     form.id_of("cargo"), entry.company.id);
                     });
-  if (!done) return show_change(context, form, entry.company);
+  if (!done) return show_change(context, form, entry);
   context.redirect(company_address(entry.company.id), "Contato alterado.");
 }
 

@@ -27,6 +27,8 @@ const char* class_name(std::int32_t item_class) {
       return "Grupo";
     case fixed::class_user:
       return "Usuário";
+    case fixed::class_system:
+      return "Item de lista";
     default:
       return "Outro";
   }

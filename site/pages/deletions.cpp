@@ -4,10 +4,8 @@
 #include "site/company_data.h"
 #include "site/deal_data.h"
 #include "site/deletion.h"
-#include "site/identifiers.h"
 #include "site/pages/pages.h"
 #include "site/rows.h"
-#include "site/transaction.h"
 #include "values/text.h"
 
 namespace pradelis::site {
@@ -16,16 +14,6 @@ namespace {
 namespace fixed = dataaccess::fixed;
 
 constexpr std::size_t names_shown = 10;
-
-/// What is deleted together, and what is said of it before.
-struct Deletion {
-  std::vector<DeletedObject> objects;  ///< the last one is what was asked for, the others hang below it
-  std::vector<std::string> details;
-  std::string refusal;  ///< why it cannot be; empty when it can
-  std::string title, area;
-  std::vector<Link> trail;
-  std::string after;  ///< where it leads to
-};
 
 std::vector<DeletedObject> read_objects(component::CRM& crm, std::int32_t item_class,
                                         const std::string& rest) {
@@ -62,10 +50,6 @@ void describe_files(Deletion& deletion, component::CRM& crm, const std::string& 
       count_text(files, "arquivo, que deixa de aparecer", "arquivos, que deixam de aparecer"));
 }
 
-void add(Deletion& deletion, const std::vector<DeletedObject>& objects) {
-  deletion.objects.insert(deletion.objects.end(), objects.begin(), objects.end());
-}
-
 Deletion company_deletion(Context& context) {
   component::CRM& crm = context.crm();
   const Company company = read_own_company(context, context.id());
@@ -90,8 +74,8 @@ Deletion company_deletion(Context& context) {
   describe_files(deletion, crm,
                  concat("ritem = ", company.id,
                         " or ritem in (select oid from crm_pos_negocio where rpessoa = ", company.id, ")"));
-  for (const auto& below : {activities, deals, contacts}) add(deletion, below);
-  add(deletion, {{company.id, fixed::class_company, company.name}});
+  for (const auto& below : {activities, deals, contacts}) deletion.add(below);
+  deletion.add({{company.id, fixed::class_company, company.name}});
   deletion.title = "Excluir empresa";
   deletion.area = "empresas";
   deletion.trail = company_trail(company);
@@ -104,7 +88,7 @@ Deletion contact_deletion(Context& context) {
   const Company company = read_own_company(context, context.id(0));
   Deletion deletion;
   for (const Contact& contact : read_contacts(context, company.id)) {
-    if (contact.id == context.id(1)) add(deletion, {{contact.id, fixed::class_person, contact.name}});
+    if (contact.id == context.id(1)) deletion.add({{contact.id, fixed::class_person, contact.name}});
   }
   const auto deals = to_int64(
       single_value(context.crm(), concat("select count(*) from crm_pos_negocio where rpessoa = ", company.id,
@@ -126,8 +110,8 @@ Deletion deal_deletion(Context& context) {
   Deletion deletion;
   describe(deletion, activities, "atividade", "atividades", false);
   describe_files(deletion, context.crm(), concat("ritem = ", deal.id));
-  add(deletion, activities);
-  add(deletion, {{deal.id, fixed::class_deal, deal.name}});
+  deletion.add(activities);
+  deletion.add({{deal.id, fixed::class_deal, deal.name}});
   deletion.title = "Excluir negócio";
   deletion.area = "negocios";
   deletion.trail = deal_trail(deal);
@@ -139,7 +123,7 @@ Deletion activity_deletion(Context& context) {
   const Activity activity = read_activity(context, context.id());
   if (!context.visible().sees(activity.performer)) throw Refusal{404};
   Deletion deletion;
-  add(deletion, {{activity.id, fixed::class_activity, activity.kind_name}});
+  deletion.add({{activity.id, fixed::class_activity, activity.kind_name}});
   if (activity.next) deletion.details.emplace_back("O próximo contato que ela planeja sai da agenda.");
   deletion.title = "Excluir atividade";
   deletion.area = "agenda";
@@ -154,7 +138,7 @@ Deletion city_deletion(Context& context) {
   const auto uses = to_int64(
       single_value(context.crm(), concat("select count(*) from endereco where rcidade = ", city.id)));
   Deletion deletion;
-  add(deletion, {{city.id, fixed::class_city, city.name}});
+  deletion.add({{city.id, fixed::class_city, city.name}});
   if (uses != 0) {
     deletion.details.push_back(count_text(uses, "endereço continua", "endereços continuam") +
                                " nesta cidade.");
@@ -166,58 +150,14 @@ Deletion city_deletion(Context& context) {
   return deletion;
 }
 
-/// Asks for confirmation. The form is refused when somebody has put something below meanwhile.
-Form confirmation(const Deletion& deletion) {
-  std::string state;
-  for (const DeletedObject& object : deletion.objects) state += concat(object.id, " ");
-  Form form;
-  if (!deletion.refusal.empty()) form.refuse(deletion.refusal);
-  return form.guard(state);
-}
-
-void show(Context& context, const Form& form, const Deletion& deletion) {
-  FormPage page{deletion.title, deletion.area, deletion.title, deletion.trail};
-  page.lead =
-      "“" + deletion.objects.back().name + "” sai de todas as listas e fica no registro de excluídos.";
-  if (deletion.objects.size() > 1) page.lead += " O que fica abaixo sai junto:";
-  page.danger = true;
-  page.details = deletion.details;
-  context.show_form(form, page);
-}
-
-template <Deletion (*read)(Context&)>
-void ask(Context& context) {
-  const Deletion deletion = read(context);
-  show(context, confirmation(deletion), deletion);
-}
-
-template <Deletion (*read)(Context&)>
-void remove(Context& context) {
-  const Deletion deletion = read(context);
-  Form form = confirmation(deletion);
-  const auto present = [&] { return confirmation(read(context)); };
-  const bool done = form.read(context.request().form) &&
-                    change_record(context.crm(), {"item", deletion.objects.back().id}, form, present, [&] {
-                      for (const DeletedObject& object : deletion.objects) enter_deletion(context, object);
-                    });
-  if (!done) return show(context, form, deletion);
-  context.redirect(deletion.after, "“" + deletion.objects.back().name + "” foi excluído.");
-}
-
-template <Deletion (*read)(Context&)>
-void add_pages(Router& router, const char* address) {
-  router.get(address, ask<read>);
-  router.post(address, remove<read>);
-}
-
 }  // namespace
 
 void add_deletion_pages(Router& router) {
-  add_pages<company_deletion>(router, "/empresas/{}/excluir");
-  add_pages<contact_deletion>(router, "/empresas/{}/contatos/{}/excluir");
-  add_pages<deal_deletion>(router, "/negocios/{}/excluir");
-  add_pages<activity_deletion>(router, "/atividades/{}/excluir");
-  add_pages<city_deletion>(router, "/cidades/{}/excluir");
+  add_deletion<company_deletion>(router, "/empresas/{}/excluir");
+  add_deletion<contact_deletion>(router, "/empresas/{}/contatos/{}/excluir");
+  add_deletion<deal_deletion>(router, "/negocios/{}/excluir");
+  add_deletion<activity_deletion>(router, "/atividades/{}/excluir");
+  add_deletion<city_deletion>(router, "/cidades/{}/excluir");
 }
 
 }  // namespace pradelis::site

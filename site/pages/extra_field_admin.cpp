@@ -48,7 +48,8 @@ void show_fields(Context& context) {
   std::vector<View> list_views;
   for (const ChoiceList& list : lists) {
     std::vector<View> names;
-    for (const Option& entry : read_choices(crm, list.id)) names.push_back(View().set("entry", entry.label));
+    for (const Option& entry : read_choices(crm, list.id))
+      names.push_back(View().set("entry", entry.label).set("choice", std::to_string(entry.id)));
     View view;
     view.set("name", list_name(list)).set("id", std::to_string(list.id)).flag("ours", !list.name.empty());
     view.flag("empty", names.empty()).list("entries", std::move(names));

@@ -29,7 +29,7 @@ void show_lists(Context& context) {
   for (const KeptList& kept : kept_lists) {
     std::vector<View> names;
     for (const Option& entry : entries(context.crm(), kept.list))
-      names.push_back(View().set("name", entry.label));
+      names.push_back(View().set("name", entry.label).set("id", std::to_string(entry.id)));
     View view;
     view.set("heading", kept.title).set("address", std::string("/listas/") + kept.name + "/nova");
     view.flag("none", names.empty()).list("entries", std::move(names));

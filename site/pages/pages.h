@@ -33,6 +33,8 @@ void add_salesperson_pages(Router& router);
 void add_hand_over_pages(Router& router);
 /// Deletion of companies, contacts, deals, activities and cities; the register of what was deleted.
 void add_deletion_pages(Router& router);
+/// Deletion of categories, and of what lists offer.
+void add_category_deletion(Router& router);
 void add_deletion_register(Router& router);
 /// Companies with contacts from CSV files.
 void add_import_pages(Router& router);

@@ -28,16 +28,18 @@ const std::vector<Link>& people_trail() {
 /// The tree that the component writes; whom one chooses in it, one goes to.
 void choose(Context& context) {
   context.require_administrator();
-  if (const auto chosen = parse_identifier(context.request().query.get("vendedor"))) {
-    return context.redirect(salesperson_address(*chosen));
-  }
+  const auto chosen = parse_identifier(context.request().query.get("vendedor"));
+  if (chosen && find_salesperson(context, *chosen)) return context.redirect(salesperson_address(*chosen));
   SalespersonTree tree = read_salesperson_tree(context);
   std::vector<View> apart;
   for (const Option& person : tree.apart) {
     apart.push_back(View().set("name", person.label).set("page", salesperson_address(person.id)));
   }
   View view;
-  view.set("tree", std::move(tree.html)).flag("any_apart", !apart.empty()).list("apart", std::move(apart));
+  view.flag("not_theirs", chosen.has_value())
+      .set("tree", std::move(tree.html))
+      .flag("any_apart", !apart.empty())
+      .list("apart", std::move(apart));
   context.show("salespeople", "Vendedores", "equipe", std::move(view));
 }
 

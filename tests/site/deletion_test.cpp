@@ -88,6 +88,46 @@ TEST_F(Deletions, OfSmallThingsLeaveTheRest) {
   EXPECT_TRUE(contains(ana_visitor_.get(page_), "Campinas"));
 }
 
+TEST_F(Deletions, OfCategoriesAndChoicesSpareWhatIsInUse) {
+  Visitor keeper = logged_in("TARVONEL");
+  keeper.post("/categorias/nova", {{"nome", "<Comércio>"}});
+  const std::int32_t root = number("select max(oid) from categoria");
+  keeper.post("/categorias/nova", {{"nome", "Padarias"}, {"pai", to_text(root)}});
+  const std::int32_t leaf = number("select max(oid) from categoria");
+  ana_visitor_.post(page_ + "/categorias", {{"antes", ""}, {"categoria", to_text(leaf)}});
+  const std::string category = concat("/categorias/", root, "/excluir");
+  EXPECT_EQ(helena_visitor_.get(category).status, 404);
+  const site::Response ask = keeper.get(category);
+  EXPECT_TRUE(contains(ask, "Abaixo dela: Padarias") && contains(ask, "1 empresa deixa de tê-la"))
+      << ask.body;
+  EXPECT_EQ(keeper.post(category).status, 303);
+  EXPECT_EQ(entered(), "Padarias|7|7\n<Comércio>|7|7");
+  EXPECT_FALSE(contains(ana_visitor_.get(page_), ">Padarias<"));
+
+  keeper.post("/campos/listas/nova", {{"nome", "Porte"}});
+  const std::int32_t list = number("select max(oid) from listadeobjetos");
+  keeper.post(concat("/campos/listas/", list, "/nova"), {{"nome", "Grande"}});
+  const std::int32_t choice = number("select max(oid) from categoria");
+  keeper.post("/campos/novo", {{"rotulo", "Porte"}, {"tipo", "2"}, {"lista", to_text(list)}});
+  const std::int32_t field = number("select max(oid) from dadoadicional");
+  const auto choose = [&](const std::string& chosen) {
+    return ana_visitor_.post(
+        page_ + "/campos",
+        {{"ADITIVO_TOTAL", "1"}, {"ADITIVO_DEFINICAO1", to_text(field)}, {"ADITIVO_VALOR1", chosen}});
+  };
+  EXPECT_EQ(choose(to_text(choice)).status, 303);
+  EXPECT_TRUE(
+      contains(keeper.post(concat("/categorias/", choice, "/excluir")), "1 registro tem esta opção."));
+  EXPECT_EQ(choose("0").status, 303);
+  EXPECT_EQ(keeper.post(concat("/categorias/", choice, "/excluir")).status, 303);
+  EXPECT_EQ(keeper.post(concat("/categorias/", role_, "/excluir")).status, 303);
+  EXPECT_TRUE(contains(ana_visitor_.get(page_), "Comprador"));
+  EXPECT_FALSE(contains(ana_visitor_.get(page_ + "/contatos/novo"), "Comprador"));
+  for (const std::int32_t fixed : {2121, 2201, 2301, company_}) {
+    EXPECT_EQ(keeper.get(concat("/categorias/", fixed, "/excluir")).status, 404) << fixed;
+  }
+}
+
 TEST_F(Deletions, StandInTheRegisterOfThoseWhoMaySeeThem) {
   const char* awkward = "O'Brien <b>\"&";
   ana_visitor_.post(concat(page_, "/excluir"));

@@ -65,6 +65,15 @@ TEST_F(Exports, HoldWhatTheListsHold) {
   EXPECT_TRUE(contains(deals, ";Fechado;")) << deals.body;
   EXPECT_TRUE(contains(deals, ";1500,00;02/01/2020;1234,56;;\r\n")) << deals.body;
   EXPECT_FALSE(contains(ana_visitor_.get("/negocios/exportar"), "Reforma"));
+  EXPECT_TRUE(contains(ana_visitor_.get("/cidades/exportar?busca=camp"), "\r\nCampinas;São Paulo;19\r\n"));
+}
+
+TEST_F(Exports, HoldTheAgendaAsItIsLookedAt) {
+  add_activity(ana_visitor_, company_, 0, "Ligar; logo", {{"proximo", "2099-01-04"}});
+  EXPECT_TRUE(contains(ana_visitor_.get("/agenda/exportar"),
+                       "\r\n04/01/2099;\"'=Padaria; \"\"Central\"\"\";;;Ana Moraes;\"Ligar; logo\"\r\n"));
+  EXPECT_TRUE(contains(ana_visitor_.get("/agenda/exportar?ver=sem-plano"), "\r\nReforma;"));
+  EXPECT_FALSE(contains(ana_visitor_.get("/agenda/exportar?ver=parados"), "Reforma"));
 }
 
 TEST_F(Exports, HoldNothingOfOtherTeams) {
@@ -72,7 +81,8 @@ TEST_F(Exports, HoldNothingOfOtherTeams) {
   Visitor helena = logged_in("helena");
   for (const std::string& target :
        {std::string("/empresas/exportar"), std::string("/negocios/exportar?estado=todos"),
-        concat("/negocios/exportar?estado=todos&vendedor=", ana_)}) {
+        concat("/negocios/exportar?estado=todos&vendedor=", ana_),
+        concat("/agenda/exportar?ver=sem-plano&vendedor=", ana_)}) {
     EXPECT_TRUE(contains(helena.get(target), "Padaria")) << target;
     const site::Response response = bruno.get(target);
     EXPECT_EQ(response.status, 200);

@@ -70,6 +70,8 @@ TEST_F(Team, ShowsSalespeopleInTheComponentsTree) {
   EXPECT_TRUE(contains(tree, concat("href=\"&#x2F;equipe&#x2F;vendedores&#x2F;", bruno_))) << tree.body;
   EXPECT_EQ(header(helena_visitor_.get(concat("/equipe/vendedores?vendedor=", ana_)), "Location"),
             person(ana_));
+  EXPECT_TRUE(contains(helena_visitor_.get(concat("/equipe/vendedores?vendedor=", helena_)),
+                       "Escolha um vendedor dos grupos que você administra"));
   for (const std::string& target : {person(ana_), std::string("/equipe"), std::string("/empresas/nova")}) {
     EXPECT_TRUE(contains(helena_visitor_.get(target), "O&#39;Brien &lt;b&gt;&quot;&amp;")) << target;
   }
