@@ -111,7 +111,7 @@ void append_integer(std::string& text, std::int64_t value) {
   std::uint64_t rest = value < 0 ? 0 - bits : bits;
   for (; rest >= 10; rest /= 100) {
     begin -= 2;
-    std::memcpy(begin, &digit_pairs[rest % 100 * 2], 2);
+    std::memcpy(begin, &digit_pairs[static_cast<std::size_t>(rest % 100) * 2], 2);
   }
   if (rest > 0 || begin == end) *--begin = static_cast<char>('0' + rest);
   if (value < 0) *--begin = '-';
