@@ -106,8 +106,12 @@ const Dialect postgresql_dialect{.engine = "postgresql",
                                  .name_case = NameCase::Lower,
                                  .row_limit = "limit ?"};
 // The suite's statements are written in its dialect. It takes 2100 parameters.
-const Dialect sql_server_dialect{
-    .engine = "sqlserver", .functions = {}, .longest_list = 1024, .most_parameters = 2000};
+const Dialect sql_server_dialect{.engine = "sqlserver",
+                                 .functions = {},
+                                 .row_limit = "top (?)",
+                                 .limit_after_select = true,
+                                 .longest_list = 1024,
+                                 .most_parameters = 2000};
 const Dialect oracle_dialect{.engine = "oracle",
                              .functions = oracle_functions,
                              .name_case = NameCase::Upper,

@@ -26,9 +26,10 @@ struct Dialect {
   NameCase name_case = NameCase::AsWritten;
   /// Stands after the table's name to insert a row of defaults.
   std::string_view default_row = " default values";
-  /// Stands after a query to limit its rows, with "?" for their number; empty where rows are asked for one
-  /// by one, or where the limit stands elsewhere.
+  /// Limits the rows of a query, with "?" for their number: at its end, or after its first word. Empty where
+  /// rows are asked for one by one.
   std::string_view row_limit = {};
+  bool limit_after_select = false;
   /// The longest `in ( … )` list whose values are bound; longer ones stay in the text.
   std::size_t longest_list = 2048;
   /// The most parameters that a statement may have; one with more keeps its literals.

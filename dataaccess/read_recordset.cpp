@@ -37,12 +37,12 @@ void ReadRecordset::run(std::string_view sql, std::size_t limit, std::int64_t* r
 StatementLease ReadRecordset::run_limited(LiveConnection& live, std::span<const Cell> values,
                                           std::size_t limit) {
   const StatementText& text = live.lifter().text();
-  const std::string limited =
-      limit == 0 ? std::string() : with_row_limit(text.text, live.connection().dialect());
-  if (limited.empty()) return connection().run(text, values);
+  const LimitedQuery limited =
+      limit == 0 ? LimitedQuery() : with_row_limit(text.text, live.connection().dialect());
+  if (limited.text.empty()) return connection().run(text, values);
   std::vector<Cell> all(values.begin(), values.end());
-  all.push_back(Cell::of(static_cast<std::int64_t>(limit)));
-  return connection().run(StatementText::of(limited), all);
+  all.insert(limited.limit_first ? all.begin() : all.end(), Cell::of(static_cast<std::int64_t>(limit)));
+  return connection().run(StatementText::of(limited.text), all);
 }
 
 bool ReadRecordset::Eof() {

@@ -7,11 +7,16 @@
 
 namespace pradelis::dataaccess {
 
-/// A query with the engine's own limit of rows added, as a parameter marker that comes after all others, so
-/// that the server neither looks for the rows nor sends them. An empty text where the dialect has no such
-/// limit, and for a statement of which it cannot be told that one fits (a change, one with a limit or a
-/// lock of its own).
+/// A query with the engine's own limit of rows in it, so that the server neither looks for more nor sends
+/// them.
+struct LimitedQuery {
+  std::string text;          ///< with one more "?", for the number of rows
+  bool limit_first = false;  ///< whether that is the first "?" of the statement; else it is the last
+};
+
+/// `text` is empty where the dialect has no such limit, and for a statement of which it cannot be told that
+/// one fits (a change, one with a limit or a lock of its own).
 /// \param sql  with "?" for its values
-std::string with_row_limit(std::string_view sql, const Dialect& dialect);
+LimitedQuery with_row_limit(std::string_view sql, const Dialect& dialect);
 
 }  // namespace pradelis::dataaccess

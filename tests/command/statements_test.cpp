@@ -6,6 +6,7 @@
 #include "browser.h"
 #include "dataaccess/dialect.h"
 #include "dataaccess/lifter.h"
+#include "dataaccess/row_limit.h"
 #include "database.h"
 #include "tests/support/sql_parser.h"
 #include "values/text.h"
@@ -30,6 +31,9 @@ std::vector<std::string> traced(const std::filesystem::path& file) {
   }
   return statements;
 }
+
+/// The dialect's limit with a number in it.
+std::string limit_of(const dataaccess::Dialect& dialect) { return replace_all(dialect.row_limit, "?", "50"); }
 
 TEST(OtherEngines, UnderstandWhatTheComponentAndTheSiteSend) {
   if (!tests::has_sql_parser()) GTEST_SKIP() << "sqlfluff is not installed";
@@ -70,6 +74,8 @@ TEST(OtherEngines, UnderstandWhatTheComponentAndTheSiteSend) {
     std::vector<std::string> translated;
     for (const std::string& statement : statements) {
       translated.push_back(dataaccess::in_dialect(statement, dialect));
+      const std::string limited = dataaccess::with_row_limit(translated.back(), dialect).text;
+      if (!limited.empty()) translated.push_back(replace_all(limited, dialect.row_limit, limit_of(dialect)));
     }
     EXPECT_EQ(tests::not_understood(parser, translated), "") << parser;
   }
