@@ -99,7 +99,11 @@ bool is_plain_name(std::string_view name, NameCase name_case) {
 
 }  // namespace
 
-const Dialect sqlite_dialect{.engine = "sqlite", .functions = sqlite_functions, .longest_list = 28'672};
+const Dialect sqlite_dialect{.engine = "sqlite",
+                             .functions = sqlite_functions,
+                             .longest_list = 28'672,
+                             .begin_reading = "begin",
+                             .end_reading = "commit"};
 const Dialect sqlite_odbc_dialect{.engine = "sqlite-odbc", .functions = common_functions};
 const Dialect postgresql_dialect{.engine = "postgresql",
                                  .functions = common_functions,

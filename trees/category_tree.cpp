@@ -54,7 +54,8 @@ class CategoryTree {
     NodeRows roots(parents.empty()
                        ? "Select oid, nome from categoria_r where rsuper = 46 and oid > 100000 order by nome"
                        : concat("Select oid, nome from categoria_r where rsuper in (", parents,
-                                ") and oid > 100000 order by nome"));
+                                ") and oid > 100000 order by nome"),
+                   NodeRows::Of::Root);
     for (; !roots.at_end(); roots.next()) write_node(roots.oid(), roots.nome(), 0, indent);
     roots.close();
     page_.write("<input type=\"hidden\" name=\"ultimo\"  value=\"", counter_, "\">");

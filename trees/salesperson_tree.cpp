@@ -22,7 +22,7 @@ class SalespersonTree {
   explicit SalespersonTree(const std::string& check_box) : check_box_(check_box) {}
 
   void write(std::int32_t person, const std::string& nome, std::int16_t indent) {
-    NodeRows entries(entries_below(person));
+    NodeRows entries(entries_below(person), NodeRows::Of::Root);
     page_.write("<br>\r\n<input type=\"radio\" checked name=\"", check_box_, "\" value=\"", person,
                 "\" id=\"", check_box_, "0\">\r\n<font size=1 color=#000000><b>", nome, "</b><br>\r\n");
     for (; !entries.at_end(); entries.next()) write_node(entries.oid(), entries.nome(), indent);

@@ -5,11 +5,12 @@
 
 namespace pradelis::component {
 
-NodeRows::NodeRows(const std::string& sql) : connection_(dataaccess::new_connection()) {
+NodeRows::NodeRows(const std::string& sql, Of of) : connection_(dataaccess::new_connection()) {
   connection_->set_ConnectionString(shared_conn().ConnectionString());
   connection_->set_Location(dataaccess::CursorLocation::Client);
   connection_->set_Mode(dataaccess::ConnectMode::Read);
   connection_->Open();
+  if (of == Of::Root) hold_.emplace(connection_);
   rows_ = connection_->Execute(sql);
 }
 
@@ -19,6 +20,7 @@ std::string NodeRows::nome() { return to_text(rows_->value(1)); }
 
 void NodeRows::close() {
   rows_->Close();
+  hold_.reset();
   connection_->Close();
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "component/web_objects.h"
 #include "dataaccess/connection.h"
+#include "dataaccess/read_hold.h"
 #include "values/text.h"
 
 namespace pradelis::component {
@@ -12,8 +14,13 @@ namespace pradelis::component {
 /// The entries below one node, read on a connection of their own that stays open until `close`.
 class NodeRows {
  public:
+  enum class Of : std::uint8_t {
+    Root,  ///< of the whole tree: as long as they are open, those of all nodes share their read
+    Node,
+  };
+
   /// Runs a statement whose first two columns are the entries' identifiers and names.
-  explicit NodeRows(const std::string& sql);
+  explicit NodeRows(const std::string& sql, Of of = Of::Node);
 
   bool at_end() { return rows_->Eof(); }
   std::int32_t oid();
@@ -23,6 +30,7 @@ class NodeRows {
 
  private:
   dataaccess::ConnectionPtr connection_;
+  std::optional<dataaccess::ReadHold> hold_;
   dataaccess::RecordsetPtr rows_;
 };
 

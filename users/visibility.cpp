@@ -8,6 +8,8 @@
 #include "component/integer16.h"
 #include "component/recordsets.h"
 #include "component/session_user.h"
+#include "component/thread_state.h"
+#include "dataaccess/read_hold.h"
 #include "values/convert.h"
 #include "values/text.h"
 
@@ -45,6 +47,7 @@ std::string GrupoUsuarios::fSubGrupos(std::int32_t pOidGRP, std::int16_t tipoBus
     Descent descent;
     // The levels stand on a list of their own, not on the stack: a tree of groups may have any depth.
     std::vector<dataaccess::RecordsetPtr> levels{open_children(pOidGRP)};
+    const dataaccess::ReadHold hold(shared_conn().Conexao());
     while (!levels.empty()) {
       dataaccess::Recordset& children = *levels.back();
       if (children.Eof()) {

@@ -4,6 +4,7 @@
 #include <thread>
 #include <vector>
 
+#include "dataaccess/read_hold.h"
 #include "tests/dataaccess/database_fixture.h"
 
 namespace pradelis::tests {
@@ -167,6 +168,30 @@ TEST_F(ConnectionTest, ClosingTakesAnOpenTransactionBack) {
   connection->Close();
   EXPECT_EQ(rows("select count(*) from t"), "2");
   EXPECT_EQ(execute("delete from t where oid = 1"), 1) << "no lock is left";
+}
+
+TEST_F(ConnectionTest, AReadHoldShowsOneStateAndEndsWithoutTrace) {
+  const auto reader = opened();
+  const auto count = [&] { return reader->Execute("select count(*) from t")->value(0); };
+  {
+    const ReadHold hold(reader);
+    EXPECT_EQ(count(), Variant(std::int32_t{2}));
+    EXPECT_EQ(execute("delete from t where oid = 1"), 1) << "writers do not wait";
+    EXPECT_EQ(count(), Variant(std::int32_t{2}));
+  }
+  EXPECT_EQ(count(), Variant(std::int32_t{1}));
+  EXPECT_EQ(rows("pragma wal_checkpoint(truncate)"), "0") << "nothing is left standing";
+}
+
+TEST_F(ConnectionTest, AReadHoldLeavesATransactionAlone) {
+  const auto connection = opened();
+  connection->Execute("begin");
+  connection->Execute("delete from t");
+  { const ReadHold hold(connection); }
+  connection->Execute("rollback");
+  EXPECT_EQ(rows("select nome from t"), "um dois");
+  const ReadHold hold(connection);
+  connection->Close();
 }
 
 TEST_F(ConnectionTest, AnotherConnectionStringOpensAnotherDatabase) {
