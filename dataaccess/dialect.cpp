@@ -4,6 +4,7 @@
 #include <iterator>
 #include <vector>
 
+#include "dataaccess/exists_form.h"
 #include "dataaccess/tokens.h"
 #include "values/text.h"
 
@@ -102,6 +103,7 @@ bool is_plain_name(std::string_view name, NameCase name_case) {
 const Dialect sqlite_dialect{.engine = "sqlite",
                              .functions = sqlite_functions,
                              .longest_list = 28'672,
+                             .reads_unions_whole = true,
                              .begin_reading = "begin",
                              .end_reading = "commit"};
 const Dialect sqlite_odbc_dialect{.engine = "sqlite-odbc", .functions = common_functions};
@@ -144,7 +146,8 @@ std::string in_dialect(std::string_view sql, const Dialect& dialect) {
     name = qualified ? Token{} : token;
     qualified = token.kind == TokenKind::Operator && token.text == ".";
   }
-  return result.append(sql, copied);
+  result.append(sql, copied);
+  return dialect.reads_unions_whole ? with_exists(result) : result;
 }
 
 std::string name_in_statement(std::string_view name, const Dialect& dialect) {

@@ -34,6 +34,8 @@ struct Dialect {
   std::size_t longest_list = 2048;
   /// The most parameters that a statement may have; one with more keeps its literals.
   std::size_t most_parameters = 32000;
+  /// Whether a union that a condition looks a value up in is read whole each time.
+  bool reads_unions_whole = false;
   /// Begin and end a row of queries that share one read (`ReadHold`); none where nothing is gained.
   std::string_view begin_reading = "";
   std::string_view end_reading = "";

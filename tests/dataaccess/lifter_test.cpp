@@ -185,6 +185,30 @@ TEST(Lifter, RefusesEmptyListsAndMarkers) {
   EXPECT_EQ(shown(lifter.values()), "t?|");
 }
 
+TEST(Dialect, AsksUnionsForEachRow) {
+  const struct {
+    const char* sql;
+    const char* expected;
+  } cases[] = {
+      {"select oid from t where a=? and oid in  (select b from u union select c from v) order by oid",
+       "select oid from t where a=? and exists (select 1 from u where t.oid = u.b union all select 1 from v where "
+       "t.oid = v.c) order by oid"},
+      {"select x.a from dbo.t x where a IN (Select b From u Union Select c From v)",
+       "select x.a from dbo.t x where exists (select 1 from u where x.a = u.b union all select 1 from v where x.a = "
+       "v.c)"},
+      {"select a from t where a in (select a from t union select c from v)", nullptr},
+      {"select a from t where a not in (select b from u union select c from v)", nullptr},
+      {"select a from t where not (b=1 and a in (select b from u union select c from v))", nullptr},
+      {"select a from t, s where a in (select b from u union select c from v)", nullptr},
+      {"select a from t where a in (select b from u where d=1 union select c from v)", nullptr},
+      {"select a from t where a in (select b from u union all select c from v)", nullptr},
+      {"update t set b=1 where a in (select b from u union select c from v)", nullptr},
+  };
+  for (const auto& one : cases) {
+    EXPECT_EQ(in_dialect(one.sql, sqlite_dialect), one.expected ? one.expected : one.sql);
+  }
+}
+
 TEST(Dialect, RenamesFunctionsOutsideQuotedTexts) {
   const struct {
     const char* sql;
