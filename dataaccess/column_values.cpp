@@ -178,17 +178,13 @@ ColumnType type_of(const Cell& cell, const Column& column) {
   return column.type;
 }
 
-Variant to_variant(const Cell& cell, const Column& column) {
+Variant variant_of_any(const Cell& cell, const Column& column) {
   switch (cell.kind) {
     case CellKind::Null:
       return Variant::null();
     case CellKind::Boolean:
       return cell.integer != 0;
     case CellKind::Integer:
-      // Most columns.
-      if (column.type == ColumnType::Int32 && fits<std::int32_t>(cell.integer)) {
-        return static_cast<std::int32_t>(cell.integer);
-      }
       return integer_variant(cell.integer, type_of_integer(cell.integer, column));
     case CellKind::Real:
       return cell.real;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "dataaccess/cell.h"
@@ -8,9 +9,18 @@
 
 namespace pradelis::dataaccess {
 
+/// `to_variant` for cells of any kind.
+Variant variant_of_any(const Cell& cell, const Column& column);
+
 /// The value of a fetched cell, of its column's type. A cell that does not fit the type (the embedded
 /// database lets a column hold anything) gives a value of its own type.
-Variant to_variant(const Cell& cell, const Column& column);
+inline Variant to_variant(const Cell& cell, const Column& column) {
+  if (cell.kind == CellKind::Integer && column.type == ColumnType::Int32) {  // most cells
+    const auto integer = static_cast<std::int32_t>(cell.integer);
+    if (integer == cell.integer) return integer;
+  }
+  return variant_of_any(cell, column);
+}
 
 /// Type of the values that a cell gives.
 ColumnType type_of(const Cell& cell, const Column& column);
