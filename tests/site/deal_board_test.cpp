@@ -92,14 +92,14 @@ TEST_F(DealBoard, ShowsTheLargestAndCountsTheRest) {
 }
 
 TEST_F(DealBoard, HoldsNothingOfOtherTeams) {
-  deal("Segredo", "10/03/2026", "777");
+  deal("Segredo", "10/03/2026", "7.654,32");
   Visitor bruno = logged_in("bruno");
   for (const std::string& target : {std::string("/negocios/quadro?inicio=2026-03"),
                                     concat("/negocios/quadro?inicio=2026-03&vendedor=", ana_)}) {
     EXPECT_TRUE(contains(logged_in("helena").get(target), "Segredo")) << target;
     const site::Response page = bruno.get(target);
     EXPECT_FALSE(contains(page, "Segredo")) << target;
-    EXPECT_FALSE(contains(page, "777")) << target;
+    EXPECT_FALSE(contains(page, "7.654")) << target;
   }
 }
 

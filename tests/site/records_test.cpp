@@ -1,3 +1,5 @@
+#include <chrono>
+
 #include "site/router.h"
 #include "tests/site/visitor.h"
 #include "values/clock.h"
@@ -48,6 +50,29 @@ TEST_F(Records, KeepWhatWasTypedWhenSomethingIsWrong) {
     EXPECT_TRUE(contains(response, text)) << text;
   }
   EXPECT_EQ(version(), before);
+}
+
+TEST_F(Records, KeepWhatWasTypedWhileAnotherProgramHoldsTheDatabase) {
+  settings_.command_timeout = 1;
+  site::Site impatient(settings_);
+  Visitor visitor(impatient);
+  visitor.log_in("ana", password);
+  visitor.get("/empresas/nova");
+  const Fields company = {{"nome", awkward},
+                          {"razao", "x"},
+                          {"situacao", "2127"},
+                          {"vendedor", to_text(ana_)},
+                          {"cidade", "Campinas"}};
+  SideConnection holder(database_.connection_string());
+  holder.run("begin immediate");
+  const auto start = std::chrono::steady_clock::now();
+  const site::Response refused = visitor.post("/empresas/nova", company);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));
+  EXPECT_EQ(refused.status, 422);
+  EXPECT_TRUE(contains(refused, "O banco de dados não aceitou a operação"));
+  EXPECT_TRUE(contains(refused, escaped));
+  holder.run("rollback");
+  EXPECT_EQ(visitor.post("/empresas/nova", company).status, 303);
 }
 
 TEST_F(Records, ShowTheComponentsOwnRefusals) {
