@@ -1,13 +1,32 @@
 #include "dataaccess/odbc/session.h"
 
 #include <array>
+#include <chrono>
 #include <cstddef>
+#include <mutex>
 
 #include "dataaccess/odbc/wide_text.h"
 #include "values/error.h"
 #include "values/text.h"
 
 namespace pradelis::dataaccess::odbc {
+namespace {
+
+/// While they connect, drivers set the locale of the process for a moment and look at its name: one thread
+/// at a time, so that none reads what another one frees. A server that does not answer holds the others up
+/// no longer than their own time for connecting.
+std::unique_lock<std::timed_mutex> turn_to_connect(std::int16_t seconds) {
+  static std::timed_mutex connecting;
+  if (seconds <= 0) return std::unique_lock(connecting);
+  // By the system's clock: the thread sanitizer does not see locks that are taken by the steady one.
+  std::unique_lock turn(connecting, std::chrono::system_clock::now() + std::chrono::seconds(seconds));
+  if (!turn.owns_lock()) {
+    raise(error_number::database_failed, "outras conexões esperam pelo servidor de banco de dados");
+  }
+  return turn;
+}
+
+}  // namespace
 
 SQLHENV environment() noexcept {
   // Never freed: with its last handle the driver manager would unload drivers that other threads may
@@ -44,9 +63,11 @@ void Session::connect(std::string_view connection_string, std::string_view secre
   SQLSetConnectAttrW(handle(), SQL_ATTR_LOGIN_TIMEOUT, attribute_value(limit), 0);
   if (read_only) SQLSetConnectAttrW(handle(), SQL_ATTR_ACCESS_MODE, attribute_value(SQL_MODE_READ_ONLY), 0);
   WideText text = wide_text(connection_string);
+  auto turn = turn_to_connect(seconds);
   const SQLRETURN result =
       SQLDriverConnectW(handle(), nullptr, text.data(), static_cast<SQLSMALLINT>(unit_count(text)), nullptr,
                         0, nullptr, SQL_DRIVER_NOPROMPT);
+  turn.unlock();
   if (!succeeded(result)) {
     Diagnosis diagnosis = diagnose(SQL_HANDLE_DBC, handle());
     diagnosis.state = "08001";  // whatever the reason: there is no connection
