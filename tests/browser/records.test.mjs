@@ -49,6 +49,7 @@ walk("a company leaves with what hangs below it, and comes back by its own expor
   await press(page, "Conferir");
   await page.getByText("Entrariam: 1 empresa, 1 contato. 1 linha recusada.").waitFor();
   await page.getByText("Não há cidade cadastrada com esse nome.").waitFor();
+  assert.equal(await page.getByRole("alert").count(), 0, "nothing is wrong with the columns");
   await press(page, "Importar");
   await page.getByText("Gravado: 1 empresa, 1 contato. 1 linha recusada.").waitFor();
   await page.goto("/empresas?busca=ida");

@@ -21,9 +21,16 @@ async function picture(page, name, address) {
   await page.setViewportSize({ width, height });
 }
 
-async function firstLink(page, list) {
+// The company of a list that has most to show.
+async function richest(page, list) {
   await page.goto(list);
-  return page.locator("tbody a").first().getAttribute("href");
+  const companies = await page.locator("tbody a").evaluateAll((all) => all.map((link) => link.pathname));
+  const sizes = new Map();
+  for (const company of companies) {
+    await page.goto(company);
+    sizes.set(company, await page.locator("main .entries li").count());
+  }
+  return companies.reduce((best, company) => (sizes.get(company) > sizes.get(best) ? company : best));
 }
 
 await picture(await visitor(null, { width: 1280, height: 620 }), "login", "/entrar");
@@ -33,7 +40,7 @@ await picture(leader, "home", "/");
 await picture(leader, "agenda", "/agenda");
 await picture(leader, "deals", "/negocios?estado=abertos");
 await picture(leader, "board", "/negocios/quadro");
-const company = await firstLink(leader, "/empresas?situacao=clientes");
+const company = await richest(leader, "/empresas?situacao=clientes");
 await picture(leader, "company", company);
 await leader.goto(company + "/categorias");
 await press(leader, "Abrir ou fechar Serviços");
