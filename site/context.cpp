@@ -44,6 +44,17 @@ std::string error_title(int status) {
   }
 }
 
+/// The texts that a form sent, without its secrets and what was chosen: identifiers and the like.
+std::vector<View> typed_texts(const Parameters& form) {
+  std::vector<View> texts;
+  for (const auto& [name, value] : form.values()) {
+    const bool secret = name.starts_with('_') || name.find("senha") != std::string::npos;
+    const bool chosen = value.find_first_not_of("0123456789-/,. ") == std::string::npos;
+    if (!secret && !chosen) texts.push_back(View().set("text", value));
+  }
+  return texts;
+}
+
 }  // namespace
 
 Context::Context(Site& site, const Request& request, Response& response, Apartment& apartment)
@@ -184,6 +195,9 @@ void Context::show_error(int status) {
   response_.status = status;
   View view;
   view.set("message", error_message(status)).flag("logged_in", logged_in());
+  // Whoever was writing when somebody else deleted the record keeps what he wrote.
+  auto texts = status == 404 ? typed_texts(request_.form) : std::vector<View>();
+  view.flag("typed", !texts.empty()).list("texts", std::move(texts));
   show("error", error_title(status), "", std::move(view));
 }
 

@@ -20,6 +20,7 @@ class Parameters {
   const std::string& get(std::string_view name) const;
   /// All values of this name.
   std::vector<std::string> all(std::string_view name) const;
+  const std::vector<std::pair<std::string, std::string>>& values() const { return values_; }
   /// The query that these parameters came from, without those of the given names, and without empty ones.
   std::string encode_without(std::initializer_list<std::string_view> names) const;
   /// Whether every name and value is well-formed UTF-8 without control characters other than line

@@ -140,6 +140,17 @@ TEST_F(SecondWriter, HearsOfFieldsThatDifferOnly) {
   EXPECT_FALSE(contains(told, "Está gravado: <b>1.500,00</b>"));
 }
 
+TEST_F(SecondWriter, KeepsWhatHeWroteOfARecordThatIsGone) {
+  const std::string page = concat("/negocios/", deal_);
+  second_.get(page + "/alterar");
+  EXPECT_EQ(first_.post(page + "/excluir").status, 303);
+  const site::Response gone =
+      second_.post(page + "/alterar", {{"valor", "1500"}, {"observacao", "Muito & longo"}});
+  EXPECT_EQ(gone.status, 404);
+  EXPECT_TRUE(contains(gone, "O que você escreveu") && contains(gone, "Muito &amp; longo"));
+  EXPECT_FALSE(contains(second_.get(page), "O que você escreveu"));
+}
+
 TEST_F(SecondWriter, DoesNotPassOnWhatWasPassedOn) {
   Visitor helena = logged_in("helena");
   for (const std::string& page :
