@@ -46,7 +46,7 @@ void carry_out_deletion(Context& context, Deletion (*read)(Context&)) {
                       for (const DeletedObject& object : deletion.objects) enter_deletion(context, object);
                     });
   if (!done) return show(context, form, deletion);
-  context.redirect(deletion.after, "“" + deletion.objects.back().name + "” foi excluído.");
+  context.redirect(deletion.after, "Excluído: " + deletion.objects.back().name + ".");
 }
 
 }  // namespace pradelis::site
