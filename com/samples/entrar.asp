@@ -23,7 +23,9 @@ Sub Entrar()
   End If
   If falha <> "" Then
     ' Uma recusa depois da senha certa deixa uma sessão de uso aberta.
-    If Not IsEmpty(quem(6)) Then crm.Finalizar_Sessao_Uso quem(6)
+    If IsArray(quem) Then
+      If Not IsEmpty(quem(6)) Then crm.Finalizar_Sessao_Uso quem(6)
+    End If
     Exit Sub
   End If
 

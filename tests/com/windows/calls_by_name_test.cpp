@@ -72,6 +72,31 @@ TEST_F(CallsByName, TakeArgumentsByName) {
   EXPECT_EQ(unknown.raised, com::code_of(448));
 }
 
+TEST_F(CallsByName, GiveOmittedArgumentsTheirDefaults) {
+  constexpr std::size_t day_and_time = 19;
+  constexpr std::size_t day_alone = 10;
+  Outcome left_off;
+  call(left_off, L"DataAgora", DISPATCH_METHOD, {});
+  EXPECT_EQ(left_off.result.text().size(), day_and_time);
+
+  Value missing;
+  missing.vt = VT_ERROR;
+  missing.scode = DISP_E_PARAMNOTFOUND;
+  for (const VARIANT& given : {static_cast<VARIANT>(missing), missing.reference()}) {
+    Outcome outcome;
+    call(outcome, L"DataAgora", DISPATCH_METHOD, {given});
+    EXPECT_EQ(outcome.result.text().size(), day_and_time);
+    EXPECT_EQ(missing.vt, VT_ERROR) << "there is nothing to write back";
+  }
+  VARIANT_BOOL no = VARIANT_FALSE;
+  VARIANT typed;
+  typed.vt = VT_BYREF | VT_BOOL;
+  typed.pboolVal = &no;
+  Outcome given;
+  call(given, L"DataAgora", DISPATCH_METHOD, {typed});
+  EXPECT_EQ(given.result.text().size(), day_alone);
+}
+
 TEST_F(CallsByName, WriteBackIntoVariablesOfEveryType) {
   Value untyped("1.234,56");
   Outcome first;
