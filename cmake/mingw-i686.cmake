@@ -7,3 +7,5 @@ set(PRADELIS_WIDL_WIDTH --win32)
 # width align the stack to four bytes only.
 set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
 include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)
+# The names in the definition file are those without the size of the arguments.
+string(APPEND CMAKE_SHARED_LINKER_FLAGS_INIT " -Wl,--enable-stdcall-fixup")

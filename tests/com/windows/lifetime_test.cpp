@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 #include <vector>
@@ -155,8 +156,14 @@ TEST_F(Lifetime, WhatIsHandedOutKeepsTheLibrary) {
   EXPECT_FALSE(is_loaded());
 }
 
-TEST_F(Lifetime, TenThousandVisitsLeaveNothingBehind) {
-  constexpr int visits = 10'000;  // each creates the object and calls it some hundred times
+/// 10,000 unless the environment says otherwise; each creates the object and calls it some hundred times.
+int number_of_visits() {
+  const char* wanted = std::getenv("PRADELIS_TEST_VISITS");
+  return wanted ? std::atoi(wanted) : 10'000;
+}
+
+TEST_F(Lifetime, VisitsLeaveNothingBehind) {
+  const int visits = number_of_visits();
   constexpr int warm_up = 200;
   AllocationSpy::get();
   for (int i = 0; i < warm_up; ++i) visit(page());
