@@ -55,7 +55,7 @@ LiveConnection& PooledConnection::live() {
 // What a connection that only reads leaves behind is in memory. Others may use what it stood on: the
 // connections of a tree, one inside the other, are one to the server.
 void PooledConnection::put_down_between_reads() noexcept {
-  if (open_settings_.mode != ConnectMode::Read) return;
+  if (keeps_live_ || open_settings_.mode != ConnectMode::Read) return;
   for (OpenRecordset* recordset = recordsets_; recordset != nullptr;
        recordset = recordset->next_of_connection()) {
     if (recordset->standing()) return;

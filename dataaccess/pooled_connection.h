@@ -52,6 +52,8 @@ class PooledConnection final : public Connection {
   void distrust() noexcept {
     if (live_) live_->distrust();
   }
+  /// Keeps the live connection also between the reads of a connection that only reads.
+  void keep_live(bool keep) noexcept { keeps_live_ = keep; }
   /// Runs a statement of the suite's dialect, with "?" for its values. What the values point to stays
   /// while the statement is in use. Results that stand open are read off when they are in its way.
   StatementLease run(const StatementText& text, std::span<const Cell> values);
@@ -76,6 +78,7 @@ class PooledConnection final : public Connection {
   ConnectionSettings open_settings_;  // those of the live connection
   CursorLocation location_ = CursorLocation::Server;
   bool open_ = false;
+  bool keeps_live_ = false;
   std::unique_ptr<LiveConnection> live_;  // also null while nothing stands on a connection that only reads
   OpenRecordset* recordsets_ = nullptr;   // a list through the recordsets
   RowStore spare_memory_;                 // of the last recordset that ended, for the next one

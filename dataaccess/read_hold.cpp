@@ -24,10 +24,13 @@ bool run(PooledConnection& connection, std::string_view Dialect::*statement) noe
 ReadHold::ReadHold(const ConnectionPtr& connection) noexcept
     : connection_(std::dynamic_pointer_cast<PooledConnection>(connection)) {
   if (connection_ && !run(*connection_, &Dialect::begin_reading)) connection_.reset();
+  if (connection_) connection_->keep_live(true);
 }
 
 ReadHold::~ReadHold() {
-  if (connection_) run(*connection_, &Dialect::end_reading);
+  if (!connection_) return;
+  run(*connection_, &Dialect::end_reading);
+  connection_->keep_live(false);
 }
 
 }  // namespace pradelis::dataaccess

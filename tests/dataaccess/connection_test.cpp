@@ -171,7 +171,10 @@ TEST_F(ConnectionTest, ClosingTakesAnOpenTransactionBack) {
 }
 
 TEST_F(ConnectionTest, AReadHoldShowsOneStateAndEndsWithoutTrace) {
-  const auto reader = opened();
+  const auto reader = closed();
+  reader->set_Mode(ConnectMode::Read);
+  reader->set_Location(CursorLocation::Client);
+  reader->Open();
   const auto count = [&] { return reader->Execute("select count(*) from t")->value(0); };
   {
     const ReadHold hold(reader);
