@@ -16,7 +16,9 @@ std::string Visibility::company_rows() const {
 }
 
 std::string Visibility::deals(DealStates states) const {
-  return crm_.String_Negocio_Vendedor(0, Variant::null(), states.open, states.won, states.lost);
+  // The component's selection looks at who keeps a company, also of those that another program deleted alone.
+  return crm_.String_Negocio_Vendedor(0, Variant::null(), states.open, states.won, states.lost) +
+         " and not exists (select 1 from excluido x where x.oid = rpessoa)";
 }
 
 std::string Visibility::deals_of(std::int32_t company) const {

@@ -1,5 +1,8 @@
+#include "component/crm.h"
+#include "dataaccess/schema/fixed.h"
 #include "site/router.h"
 #include "tests/site/visitor.h"
+#include "values/clock.h"
 #include "values/text.h"
 
 namespace pradelis::tests {
@@ -97,6 +100,20 @@ TEST_F(Visibility, ShowsClientsToAllButTheirDealsToTheirTeam) {
   EXPECT_EQ(bruno.get(concat("/negocios/", deal_)).status, 404);
   EXPECT_EQ(bruno.post(concat("/empresas/", company_, "/passar"), {{"vendedor", to_text(bruno_)}}).status,
             404);
+}
+
+/// Another program may delete a company and leave its deals.
+TEST_F(Visibility, HidesDealsOfDeletedCompanies) {
+  {
+    const site::Apartment apartment(settings_);
+    const auto crm = std::make_shared<component::CRM>();
+    crm->Excluir("Padaria Central", "", ana_, today(), dataaccess::fixed::application,
+                 dataaccess::fixed::class_company, company_);
+  }
+  for (const char* target :
+       {"/", "/negocios", "/negocios/quadro", "/negocios/exportar", "/agenda", "/agenda?ver=sem-plano"}) {
+    EXPECT_FALSE(contains(ana_visitor_.get(target), "Reforma da loja")) << target;
+  }
 }
 
 TEST_F(Visibility, TakesContactsOfTheCompanyOnly) {
