@@ -37,7 +37,7 @@ quantos = 0
 <a href="negocios.asp?estado=perdido">Perdidos</a>
 </p>
 <table>
-<tr><th>Negócio</th><th>Empresa</th><th>Vendedor</th><th>Situação</th><th>Aberto há</th><th>Valor</th></tr>
+<tr><th>Negócio</th><th>Empresa</th><th>Vendedor</th><th>Situação</th><th>Aberto há</th><th class="numero">Valor</th></tr>
 <%
 Do While Not crm.rs.EOF
   valor = crm.rs("valorprovavel").Value

@@ -56,4 +56,11 @@ TwinPage& TwinPage::take_component() {
   return *this;
 }
 
+void TwinPage::redirect(const std::string& address) {
+  head_ = "Location: " + address + "\n";
+  redirected_ = true;
+}
+
+void TwinPage::set_status(const std::string& status) { head_ = "Status: " + status + "\n"; }
+
 }  // namespace pradelis::test

@@ -35,8 +35,8 @@ class TwinPage {
   TwinPage& take_component();
 
   /// Sends the browser to another page; what was written does not count.
-  void redirect(const std::string& address) { head_ = "Location: " + address + "\n", redirected_ = true; }
-  void set_status(const std::string& status) { head_ = "Status: " + status + "\n"; }
+  void redirect(const std::string& address);
+  void set_status(const std::string& status);
 
   std::string answer() const { return redirected_ ? head_ : head_ + html_; }
 
