@@ -136,12 +136,12 @@ TEST_F(Lifetime, TheLibraryGoesWithItsLastObjectAndComesBack) {
 }
 
 TEST_F(Lifetime, WhatIsHandedOutKeepsTheLibrary) {
-  com::Reference<IDispatch> rows;
+  com::Reference<IDispatch> connection;
   com::Reference<IClassFactory> factory;
   {
     CLSID class_id;
     const com::Reference<_CRM> crm = create_crm();
-    ASSERT_EQ(crm->get_QLCConn(rows.receiver()), S_OK);
+    ASSERT_EQ(crm->get_QLCConn(connection.receiver()), S_OK);
     ASSERT_EQ(CLSIDFromProgID(L"Pradelis.CRM", &class_id), S_OK);
     ASSERT_EQ(CoGetClassObject(class_id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
                                factory.untyped_receiver()),
@@ -149,7 +149,7 @@ TEST_F(Lifetime, WhatIsHandedOutKeepsTheLibrary) {
   }
   for (int held = 0; held < 3; ++held) {
     if (held == 1) factory = {};
-    if (held == 2) rows = {};
+    if (held == 2) connection = {};
     EXPECT_EQ(Library().call("DllCanUnloadNow"), held < 2 ? S_FALSE : S_OK) << held;
   }
   free_unused();
