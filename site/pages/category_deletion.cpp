@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "dataaccess/schema/fixed.h"
@@ -30,11 +31,11 @@ bool add_category_of_companies(Context& context, Deletion& deletion) {
     if (depth < 0 && category.id != context.id()) continue;
     if (depth < 0) depth = category.depth;
     ids.push_back(category.id);
-    // Leaves first: each category follows its parent in the list.
-    below.insert(below.begin(), {category.id, fixed::class_system, category.name});
+    below.push_back({category.id, fixed::class_system, category.name});
     if (category.id != context.id()) deletion.details.push_back("Abaixo dela: " + category.name);
   }
   if (below.empty()) return false;
+  std::reverse(below.begin(), below.end());  // leaves first: each category follows its parent in the list
   const auto classified = to_int64(single_value(
       context.crm(), concat("select count(distinct ritem) from classificacao where rcategoria in (",
                             join_identifiers(ids), ")")));
