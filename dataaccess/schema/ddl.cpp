@@ -5,12 +5,19 @@
 #include "values/text.h"
 
 namespace pradelis::dataaccess::schema {
+namespace {
+
+std::string declaration(const Column& column, const Engine& engine) {
+  return concat(column.name, " ", engine.type_name(column), column.required ? " not null" : "");
+}
+
+}  // namespace
 
 std::string create_table(const Table& table, const Engine& engine) {
   std::string sql = concat("create table ", table.name, " (");
   const char* separator = "";
   for (const Column& column : table.columns) {
-    sql += concat(separator, column.name, " ", engine.declaration(column));
+    sql += concat(separator, declaration(column, engine));
     separator = ", ";
   }
   return sql + ")";
@@ -19,7 +26,7 @@ std::string create_table(const Table& table, const Engine& engine) {
 std::string add_column(const Table& table, const Column& column, const Engine& engine) {
   Column optional = column;
   optional.required = false;
-  return concat("alter table ", table.name, " add ", column.name, " ", engine.declaration(optional));
+  return concat("alter table ", table.name, " add ", declaration(optional, engine));
 }
 
 std::vector<std::string> create_index(const Table& table, const Index& index, const Engine& engine) {

@@ -13,8 +13,8 @@ namespace pradelis::dataaccess::schema {
 
 struct Engine {
   std::string_view name;  ///< as in `Dialect::engine`
-  /// Declaration of a column after its name: type, whether it is the key, whether it refuses null.
-  std::string (*declaration)(const Column& column);
+  /// What stands in a table after a column's name: its type, and that it is the key when it is.
+  std::string (*type_name)(const Column& column);
   /// Function that gives the upper case of a text in an index, as `upper` does in statements.
   std::string_view upper_case;
   /// Whether an index on an expression needs a computed column that holds it.

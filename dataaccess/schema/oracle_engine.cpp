@@ -31,10 +31,6 @@ std::string type_name(const Column& column) {
   return {};
 }
 
-std::string declaration(const Column& column) {
-  return type_name(column) + (column.required ? " not null" : "");
-}
-
 // A change gives no rows here, so that a function makes it, in a transaction of its own.
 std::string take_identifiers(std::int32_t count) {
   return concat("select tomar_identificadores(", count, ") from dual");
@@ -44,7 +40,7 @@ std::string take_identifiers(std::int32_t count) {
 
 const Engine oracle_engine = {
     .name = "oracle",
-    .declaration = declaration,
+    .type_name = type_name,
     .upper_case = "upper",
     .partial_indexes = false,
     .catalogue =

@@ -31,10 +31,6 @@ std::string type_name(const Column& column) {
   return {};
 }
 
-std::string declaration(const Column& column) {
-  return type_name(column) + (column.required ? " not null" : "");
-}
-
 std::string take_identifiers(std::int32_t count) {
   return concat("update instalacao set proximooid = proximooid + ", count,
                 " where oid = 1 returning proximooid");
@@ -44,7 +40,7 @@ std::string take_identifiers(std::int32_t count) {
 
 const Engine postgresql_engine = {
     .name = "postgresql",
-    .declaration = declaration,
+    .type_name = type_name,
     .upper_case = "upper",
     .catalogue =
         "select case relkind when 'v' then 'view' when 'i' then 'index' else 'table' end, relname"

@@ -34,10 +34,6 @@ std::string type_name(const Column& column) {
   return {};
 }
 
-std::string declaration(const Column& column) {
-  return type_name(column) + (column.required ? " not null" : "");
-}
-
 std::string take_identifiers(std::int32_t count) {
   return concat("update instalacao set proximooid = proximooid + ", count,
                 " output inserted.proximooid where oid = 1");
@@ -47,7 +43,7 @@ std::string take_identifiers(std::int32_t count) {
 
 const Engine sql_server_engine = {
     .name = "sqlserver",
-    .declaration = declaration,
+    .type_name = type_name,
     .upper_case = "upper",
     .computed_columns = true,
     .catalogue =

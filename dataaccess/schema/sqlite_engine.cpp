@@ -31,10 +31,6 @@ std::string type_name(const Column& column) {
   return {};
 }
 
-std::string declaration(const Column& column) {
-  return type_name(column) + (column.required ? " not null" : "");
-}
-
 std::string take_identifiers(std::int32_t count) {
   return concat("update instalacao set proximooid = proximooid + ", count,
                 " where oid = 1 returning proximooid");
@@ -44,7 +40,7 @@ constexpr Engine engine_with(std::string_view name, std::string_view upper_case,
                              decltype(Engine::take_identifiers) taking_identifiers) {
   return {
       .name = name,
-      .declaration = declaration,
+      .type_name = type_name,
       .upper_case = upper_case,
       .catalogue = "select type, name from sqlite_master",
       .begin = "begin immediate",
