@@ -33,6 +33,7 @@ class Fixture {
   Fixture(const Fixture&) = delete;
   Fixture& operator=(const Fixture&) = delete;
 
+  const std::string& connection_string() const { return settings_.connection_string; }
   Server& by_hand() { return *by_hand_; }
   /// A new object, as a page creates one for a request.
   component::CRMPtr crm() { return std::make_shared<component::CRM>(); }
