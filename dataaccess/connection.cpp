@@ -1,17 +1,32 @@
 #include "dataaccess/connection.h"
 
+#include <utility>
+
 #include "dataaccess/failures.h"
 #include "dataaccess/open_recordset.h"
 #include "dataaccess/pooled_connection.h"
 #include "dataaccess/read_recordset.h"
 #include "dataaccess/table_recordset.h"
+#include "dataaccess/tokens.h"
 #include "dataaccess/trace.h"
+#include "values/text.h"
 
 namespace pradelis::dataaccess {
 
 namespace {
 constexpr std::int32_t already_open = 3705;
+thread_local std::uint32_t taken_back = 0;
+
+/// Whether a "rollback" takes back a part of the transaction only; `rest` is what follows the word.
+bool is_to_savepoint(Tokens rest) noexcept {
+  for (Token token = rest.next(); token.kind != TokenKind::End; token = rest.next()) {
+    if (keyword(token.text) == keyword("to")) return true;
+  }
+  return false;
 }
+}  // namespace
+
+std::uint32_t PooledConnection::times_taken_back() noexcept { return taken_back; }
 
 PooledConnection::~PooledConnection() { release(); }
 
@@ -33,7 +48,39 @@ void PooledConnection::release() noexcept {
   open_ = false;
 }
 
+void PooledConnection::note_transaction(std::string_view sql) noexcept {
+  Tokens tokens(sql);
+  switch (keyword(tokens.next().text)) {
+    case keyword("begin"):
+    case keyword("start"):
+      in_transaction_ = true;
+      break;
+    case keyword("commit"):
+    case keyword("end"):
+      in_transaction_ = false;
+      break;
+    case keyword("rollback"):
+      ++taken_back;
+      in_transaction_ = in_transaction_ && is_to_savepoint(tokens);
+      break;
+    default:
+      break;
+  }
+}
+
+// Drivers of servers take back what was begun by their own call, and leave alone what a statement began.
+void PooledConnection::end_transaction() noexcept {
+  if (!std::exchange(in_transaction_, false)) return;
+  ++taken_back;
+  try {
+    run(StatementText::of("rollback"), {});
+  } catch (const Error&) {
+    live_.reset();  // nobody else shall work in it
+  }
+}
+
 void PooledConnection::put_down() noexcept {
+  end_transaction();
   if (live_) pool_->give_back(open_settings_, std::move(live_));
   live_.reset();
 }
@@ -70,6 +117,7 @@ void PooledConnection::reconnect() {
     if (recordset->standing()) recordset->end();
     recordset = next;
   }
+  if (std::exchange(in_transaction_, false)) ++taken_back;
   live_.reset();
   live_ = pool_->take(open_settings_);
 }
@@ -111,7 +159,9 @@ std::int64_t PooledConnection::change(const StatementText& text, std::span<const
 }
 
 RecordsetPtr PooledConnection::Execute(const std::string& sql, std::int64_t* rows_changed) {
-  return open_rows(sql, location_ != CursorLocation::Client, 0, rows_changed);
+  RecordsetPtr rows = open_rows(sql, location_ != CursorLocation::Client, 0, rows_changed);
+  note_transaction(sql);
+  return rows;
 }
 
 RecordsetPtr PooledConnection::open_rows(const std::string& sql, bool streamed, std::size_t limit,

@@ -45,9 +45,11 @@ std::int32_t take_block(QLCConn& conn, std::int32_t size) {
 
 std::int32_t Installations::next_oid(QLCConn& conn) {
   Installation& installation = installations_[conn.ConnectionString()];
-  if (installation.next == installation.end) {
+  const std::uint32_t times_taken_back = PooledConnection::times_taken_back();
+  if (installation.next == installation.end || installation.times_taken_back != times_taken_back) {
     installation.end = take_block(conn, block_size);
     installation.next = installation.end - block_size;
+    installation.times_taken_back = times_taken_back;
   }
   return installation.next++;
 }

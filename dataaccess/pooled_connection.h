@@ -52,6 +52,9 @@ class PooledConnection final : public Connection {
   void distrust() noexcept {
     if (live_) live_->distrust();
   }
+  /// How often on this thread a transaction that a page began may have been taken back, with all that was
+  /// written in it: by "rollback", or with its connection.
+  static std::uint32_t times_taken_back() noexcept;
   /// Keeps the live connection also between the reads of a connection that only reads.
   void keep_live(bool keep) noexcept { keeps_live_ = keep; }
   /// Runs a statement of the suite's dialect, with "?" for its values. What the values point to stays
@@ -69,6 +72,8 @@ class PooledConnection final : public Connection {
   void reconnect();
   void read_off_results();
   void check_open() const;
+  void note_transaction(std::string_view sql) noexcept;
+  void end_transaction() noexcept;
   void put_down() noexcept;
   void put_down_between_reads() noexcept;
   void release() noexcept;
@@ -79,6 +84,7 @@ class PooledConnection final : public Connection {
   CursorLocation location_ = CursorLocation::Server;
   bool open_ = false;
   bool keeps_live_ = false;
+  bool in_transaction_ = false;           // that a page began
   std::unique_ptr<LiveConnection> live_;  // also null while nothing stands on a connection that only reads
   OpenRecordset* recordsets_ = nullptr;   // a list through the recordsets
   RowStore spare_memory_;                 // of the last recordset that ended, for the next one

@@ -9,9 +9,6 @@
 namespace pradelis::site {
 namespace {
 
-/// As many identifiers as a thread takes from the database at a time.
-constexpr int identifiers_at_a_time = 50;
-
 /// Runs `work` in a transaction on the record. True from it says that it wrote, or tried to.
 bool run(component::CRM& crm, const RecordRow& record, Form& form, const std::function<bool()>& work) {
   return attempt(form, [&] {
@@ -64,9 +61,6 @@ void Transaction::undo() {
   if (!open_) return;
   open_ = false;
   execute("rollback");
-  // A block of identifiers that was taken inside has gone back, and others may have taken it since: what this
-  // thread still has of it is left unused.
-  for (int i = 0; i < identifiers_at_a_time; ++i) crm_.QLCBase()->NovoOid();
 }
 
 bool attempt_whole(component::CRM& crm, const RecordRow& record, Form& form,

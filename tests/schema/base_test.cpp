@@ -168,6 +168,24 @@ TEST_F(Base, HandsOutEachDatabasesOwnIdentifiers) {
   EXPECT_EQ(base_.NovoOid(), first + 1);
 }
 
+TEST_F(Base, DoesNotGiveIdentifiersThatATransactionGaveBack) {
+  const dataaccess::ConnectionPtr connection = library_->Conn()->Conexao();
+  connection->Execute("begin");
+  for (int i = 0; i < 60; ++i) base_.NovoOid();
+  const std::int32_t lost = base_.NovoOid();
+  connection->Execute("rollback");
+  std::int32_t taken = 0;
+  std::jthread([&] { taken = library_on(database_.connection_string())->Base()->NovoOid(); }).join();
+  EXPECT_LE(taken, lost) << "the block has gone back";
+  EXPECT_GE(base_.NovoOid(), taken + 50);
+
+  connection->Execute("begin");
+  for (int i = 0; i < 60; ++i) base_.NovoOid();
+  connection->Close();
+  std::jthread([&] { taken = library_on(database_.connection_string())->Base()->NovoOid(); }).join();
+  EXPECT_GE(base_.NovoOid(), taken + 50) << "the connection took it back";
+}
+
 TEST_F(Base, EncodesPasswordsWithTheInstallationsSaltAndRounds) {
   database_.run("update instalacao set sal = 'sal', rodadas = 1000");
   EXPECT_EQ(base_.CodificarSenha("JOAOsenha", 11),
