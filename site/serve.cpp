@@ -7,11 +7,15 @@
 #include <thread>
 
 #include "component/crm.h"
+#include "dataaccess/schema/description.h"
 #include "site/apartment.h"
 #include "site/database_sessions.h"
 #include "site/host.h"
+#include "site/rows.h"
 #include "site/site.h"
+#include "values/convert.h"
 #include "values/error.h"
+#include "values/text.h"
 
 namespace pradelis::site {
 namespace {
@@ -43,8 +47,13 @@ class StopSignals {
 std::string obstacle(const ApplicationSettings& settings, SessionStore* sessions) {
   try {
     Apartment apartment(settings);
-    const auto crm = std::make_shared<component::CRM>();
-    crm->OidEmpresaCorrente();
+    component::CRM crm;
+    crm.OidEmpresaCorrente();
+    const auto version = to_int32(single_value(crm, "select versao from instalacao where oid = 1"));
+    if (version < dataaccess::schema::current_version) {
+      return concat("Ele está na versão ", version, ", e este programa precisa da versão ",
+                    dataaccess::schema::current_version, ".");
+    }
     if (sessions != nullptr) sessions->team_version();
     return {};
   } catch (const Error& error) {
@@ -60,14 +69,16 @@ int serve(const ServeOptions& options) {
   std::unique_ptr<SessionStore> sessions;
   if (options.sessions_in_database) sessions = std::make_unique<DatabaseSessions>();
   if (const std::string reason = obstacle(settings, sessions.get()); !reason.empty()) {
-    std::fprintf(stderr, "The database cannot be served; has `pradelis init` been run? %s\n", reason.c_str());
+    std::fprintf(stderr, "pradelis: o banco de dados não pode ser servido; execute `pradelis init`. %s\n",
+                 reason.c_str());
     return 1;
   }
   StopSignals signals;
   Site site(settings, std::move(sessions));
   Host host(site, options);
   if (!host.bind()) {
-    std::fprintf(stderr, "Cannot listen on %s port %d.\n", options.host.c_str(), options.port);
+    std::fprintf(stderr, "pradelis: não foi possível atender em %s, porta %d.\n", options.host.c_str(),
+                 options.port);
     return 1;
   }
   std::thread listener([&] { host.run(); });

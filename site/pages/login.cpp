@@ -135,7 +135,7 @@ void enter(Context& context) {
   }
   const UserPtr user = log_in(context, form);
   if (!user) {
-    log_line("login refused for a visitor at " + context.request().address);
+    log_line("entrada recusada a um visitante de " + context.request().address);
     return show_login(context, form);
   }
   throttle.succeeded(account, address);

@@ -9,6 +9,7 @@
 #include "browser.h"
 #include "database.h"
 #include "tests/support/control_server.h"
+#include "tests/support/database.h"
 #include "tests/support/engine.h"
 
 /// `pradelis serve` as browsers meet it: one host, and several that share a database.
@@ -66,6 +67,19 @@ class Serve : public testing::Test {
 };
 
 std::unique_ptr<Demonstration> Serve::demonstration_;
+
+TEST_F(Serve, RefusesADatabaseThatLacksWhatItNeeds) {
+  const Database database;
+  const std::vector<std::string> serve = {"serve", "--database", database.url(), "--port", "0"};
+  const Process::Outcome empty = run(serve);
+  EXPECT_EQ(empty.status, 1);
+  EXPECT_NE(empty.complaint.find("execute `pradelis init`"), std::string::npos) << empty.complaint;
+  database.init();
+  tests::SideConnection(database.url()).run("update instalacao set versao = 2");
+  const Process::Outcome older = run(serve);
+  EXPECT_EQ(older.status, 1);
+  EXPECT_NE(older.complaint.find("na versão 2"), std::string::npos) << older.complaint;
+}
 
 TEST_F(Serve, ShowsTheDemonstrationAndStopsCleanly) {
   WebHost host(demonstration(), "memory");
