@@ -60,6 +60,7 @@ void PooledConnection::note_transaction(std::string_view sql) noexcept {
       in_transaction_ = false;
       break;
     case keyword("rollback"):
+    case keyword("abort"):
       ++taken_back;
       in_transaction_ = in_transaction_ && is_to_savepoint(tokens);
       break;
@@ -68,10 +69,16 @@ void PooledConnection::note_transaction(std::string_view sql) noexcept {
   }
 }
 
+// A failure may end a transaction, whatever the page goes on to say.
+void PooledConnection::note_failure() noexcept {
+  if (in_transaction_) ++taken_back;
+}
+
 // Drivers of servers take back what was begun by their own call, and leave alone what a statement began.
 void PooledConnection::end_transaction() noexcept {
   if (!std::exchange(in_transaction_, false)) return;
   ++taken_back;
+  if (!live_) return;
   try {
     run(StatementText::of("rollback"), {});
   } catch (const Error&) {
@@ -89,11 +96,12 @@ void PooledConnection::check_open() const {
   if (!open_) raise_closed_connection();
 }
 
+// A transaction is not asked whether it is still there: what goes on without it would be written alone.
 LiveConnection& PooledConnection::live() {
   check_open();
   if (!live_) {
     live_ = pool_->take(open_settings_);
-  } else if (!live_->usable()) {
+  } else if (in_transaction_ ? live_->connection().lost() : !live_->usable()) {
     reconnect();
   }
   return *live_;
@@ -102,10 +110,10 @@ LiveConnection& PooledConnection::live() {
 // What a connection that only reads leaves behind is in memory. Others may use what it stood on: the
 // connections of a tree, one inside the other, are one to the server.
 void PooledConnection::put_down_between_reads() noexcept {
-  if (keeps_live_ || open_settings_.mode != ConnectMode::Read) return;
+  if (keeps_live_ || in_transaction_ || open_settings_.mode != ConnectMode::Read) return;
   for (OpenRecordset* recordset = recordsets_; recordset != nullptr;
        recordset = recordset->next_of_connection()) {
-    if (recordset->standing()) return;
+    if (recordset->needs_connection()) return;
   }
   put_down();
 }
@@ -139,6 +147,7 @@ StatementLease PooledConnection::run(const StatementText& text, std::span<const 
       live_->note_use();
       return statement;
     } catch (const Error&) {
+      note_failure();
       if (!first_try || !live_->connection().hindered_by_open_results()) throw;
     }
     statement.give_back();
@@ -154,14 +163,13 @@ std::int64_t PooledConnection::change(const StatementText& text, std::span<const
     trace.set_rows(changed);
     return changed;
   } catch (const Error& failure) {
+    note_failure();
     raise_for_statement(failure, text.text);
   }
 }
 
 RecordsetPtr PooledConnection::Execute(const std::string& sql, std::int64_t* rows_changed) {
-  RecordsetPtr rows = open_rows(sql, location_ != CursorLocation::Client, 0, rows_changed);
-  note_transaction(sql);
-  return rows;
+  return open_rows(sql, location_ != CursorLocation::Client, 0, rows_changed);
 }
 
 RecordsetPtr PooledConnection::open_rows(const std::string& sql, bool streamed, std::size_t limit,
@@ -173,8 +181,10 @@ RecordsetPtr PooledConnection::open_rows(const std::string& sql, bool streamed, 
   try {
     recordset->run(sql, limit, rows_changed);
   } catch (const Error& failure) {
+    note_failure();
     raise_for_statement(failure, sql);
   }
+  note_transaction(sql);
   put_down_between_reads();
   return recordset;
 }
@@ -185,6 +195,7 @@ RecordsetPtr PooledConnection::open_table(const std::string& sql, std::size_t li
   try {
     recordset->prepare(sql, limit);
   } catch (const Error& failure) {
+    note_failure();
     raise_for_statement(failure, sql);
   }
   return recordset;

@@ -122,7 +122,6 @@ const Dialect oracle_dialect{.engine = "oracle",
                              .functions = oracle_functions,
                              .name_case = NameCase::Upper,
                              .default_row = " values (default)",
-                             .row_limit = "fetch first ? rows only",
                              .longest_list = 512};
 const Dialect common_dialect{.engine = "", .functions = common_functions};
 

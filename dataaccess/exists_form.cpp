@@ -35,17 +35,23 @@ bool matches(const std::vector<Token>& tokens, std::size_t begin) {
 
 std::string with_exists(std::string_view sql) {
   std::vector<Token> tokens;
+  std::vector<int> depths;  // of parentheses, by token
+  int depth = 0;
   Tokens reader(sql);
   bool united = false, negated = false;
   for (Token token = reader.next(); token.kind != TokenKind::End; token = reader.next()) {
     united = united || is(token, "union");
     negated = negated || is(token, "not");  // which tells an unknown condition from a false one
     tokens.push_back(token);
+    depths.push_back(depth);
+    if (token.kind == TokenKind::Open) ++depth;
+    if (token.kind == TokenKind::Close) --depth;
   }
   if (!united || negated) return std::string(sql);
   const auto select = read_table_select(sql);
   if (!select) return std::string(sql);
   for (std::size_t at = 1; at + std::size(pattern) <= tokens.size(); ++at) {
+    if (depths[at] != 0) continue;  // of another query, whose columns are others
     if (!(is(tokens[at - 1], "where") || is(tokens[at - 1], "and")) || !matches(tokens, at)) continue;
     const std::string_view t = tokens[at + first_table].text, u = tokens[at + second_table].text;
     // Inside, the query's own table must not be hidden by one of its name.

@@ -36,6 +36,8 @@ class OpenRecordset : public Recordset {
   /// Reads what is left of the result into memory, so that no statement stands open.
   void read_off() { rows_.read_off(); }
   bool standing() const noexcept { return rows_.standing(); }
+  /// Whether the connection has to stay for what may still be asked.
+  virtual bool needs_connection() const noexcept { return standing(); }
   /// Lets everything go; the recordset is closed afterwards.
   void end() noexcept;
 

@@ -73,6 +73,7 @@ class PooledConnection final : public Connection {
   void read_off_results();
   void check_open() const;
   void note_transaction(std::string_view sql) noexcept;
+  void note_failure() noexcept;
   void end_transaction() noexcept;
   void put_down() noexcept;
   void put_down_between_reads() noexcept;

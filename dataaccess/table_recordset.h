@@ -16,6 +16,8 @@ class TableRecordset final : public OpenRecordset {
  public:
   using OpenRecordset::OpenRecordset;
 
+  bool needs_connection() const noexcept override { return true; }
+
   /// Checks the statement and learns its columns. `limit` is the most rows to read, 0 for all.
   void prepare(const std::string& sql, std::size_t limit);
 

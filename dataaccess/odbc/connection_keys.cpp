@@ -45,9 +45,7 @@ std::string take_value(std::string_view& rest, ConnectionKeys::Quoting quoting) 
   return value;
 }
 
-bool needs_braces(std::string_view value) {
-  return value.find_first_of(";{} ") != std::string_view::npos;
-}
+bool needs_braces(std::string_view value) { return value.find_first_of(";{} ") != std::string_view::npos; }
 
 }  // namespace
 

@@ -51,7 +51,7 @@ void OdbcStatement::run(std::int16_t seconds) {
 }
 
 SQLRETURN OdbcStatement::execute() {
-  if (stage_ == Stage::New) {
+  if (stage_ == Stage::New || (stage_ == Stage::RanOnce && begins_or_ends())) {
     stage_ = Stage::RanOnce;
     WideText text = wide_text(sql_);
     return SQLExecDirectW(handle_.get(), text.data(), unit_count(text));
@@ -61,6 +61,11 @@ SQLRETURN OdbcStatement::execute() {
     prepare();
   }
   return SQLExecute(handle_.get());
+}
+
+// Servers do not let a transaction begin or end inside the call of a prepared statement.
+bool OdbcStatement::begins_or_ends() const noexcept {
+  return parameters_.empty() && described_ && shape_.columns->empty();
 }
 
 void OdbcStatement::execute_afresh() {

@@ -40,6 +40,8 @@ class OdbcStatement : public DriverStatement {
   void prepare();
   std::string text_for_preparing() const;
   SQLRETURN execute();
+  /// Whether it may begin or end a transaction: it has neither values nor a result.
+  bool begins_or_ends() const noexcept;
   /// Makes the server prepare the statement again and runs it.
   void execute_afresh();
   void learn_columns();

@@ -168,6 +168,17 @@ TEST_F(ConnectionTest, ClosingTakesAnOpenTransactionBack) {
   connection->Close();
   EXPECT_EQ(rows("select count(*) from t"), "2");
   EXPECT_EQ(execute("delete from t where oid = 1"), 1) << "no lock is left";
+
+  const auto reader = new_connection();
+  reader->set_ConnectionString(conn->ConnectionString());
+  reader->set_Mode(ConnectMode::Read);
+  reader->Open();
+  reader->Execute("begin");
+  EXPECT_EQ(reader->Execute("select count(*) from t")->value(0), Variant(std::int32_t{1}));
+  execute("delete from t");
+  EXPECT_EQ(reader->Execute("select count(*) from t")->value(0), Variant(std::int32_t{1}))
+      << "it is one read";
+  reader->Close();
 }
 
 TEST_F(ConnectionTest, AReadHoldShowsOneStateAndEndsWithoutTrace) {

@@ -203,6 +203,8 @@ TEST(Dialect, AsksUnionsForEachRow) {
       {"select a from t where a in (select b from u where d=1 union select c from v)", nullptr},
       {"select a from t where a in (select b from u union all select c from v)", nullptr},
       {"update t set b=1 where a in (select b from u union select c from v)", nullptr},
+      {"select a from t where b in (select d from w where a in (select b from u union select c from v))",
+       nullptr},
   };
   for (const auto& one : cases) {
     EXPECT_EQ(in_dialect(one.sql, sqlite_dialect), one.expected ? one.expected : one.sql);

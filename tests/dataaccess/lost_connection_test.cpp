@@ -146,6 +146,14 @@ TEST_F(LostConnection, IsOpenedAgainAtTheNextUse) {
   EXPECT_EQ(rows("select nome from t order by oid"), "um DOIS");
 }
 
+TEST_F(LostConnection, TransactionIsNotGoneOnWithAfterIt) {
+  execute("begin");
+  execute("delete from t where oid = 1");
+  cut_connections();
+  EXPECT_THROW(execute("delete from t where nome = 'dois'"), Error);
+  EXPECT_EQ(rows("select nome from t order by oid"), "um dois");
+}
+
 TEST_F(LostConnection, CallUnderWayFailsAndIsNotRepeated) {
   EXPECT_EQ(rows("select nome from t order by oid"), "um dois");
   server.falls_at_next_run = true;

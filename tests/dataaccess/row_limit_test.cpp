@@ -13,7 +13,7 @@ TEST(RowLimit, StandsAtTheEndOrAfterSelectInTheEnginesWords) {
   const char* const union_query =
       "select a from t where b in (select c from u limit 5) union select 1 order by 1";
   EXPECT_EQ(limited(union_query, postgresql_dialect), std::string(union_query) + "\nlimit ?");
-  EXPECT_EQ(limited(union_query, oracle_dialect), std::string(union_query) + "\nfetch first ? rows only");
+  EXPECT_EQ(limited(union_query, oracle_dialect), "") << "it would refuse two columns of one name";
   EXPECT_EQ(limited(union_query, sql_server_dialect), "") << "it would count for the first query only";
   EXPECT_EQ(limited(union_query, sqlite_dialect), "");
 

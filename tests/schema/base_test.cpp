@@ -184,6 +184,14 @@ TEST_F(Base, DoesNotGiveIdentifiersThatATransactionGaveBack) {
   connection->Close();
   std::jthread([&] { taken = library_on(database_.connection_string())->Base()->NovoOid(); }).join();
   EXPECT_GE(base_.NovoOid(), taken + 50) << "the connection took it back";
+
+  const dataaccess::ConnectionPtr again = library_->Conn()->Conexao();
+  again->Execute("begin");
+  for (int i = 0; i < 60; ++i) base_.NovoOid();
+  EXPECT_THROW(again->Execute("insert into item (oid) values ('x', 1)"), Error);
+  again->Execute("commit");
+  std::jthread([&] { taken = library_on(database_.connection_string())->Base()->NovoOid(); }).join();
+  EXPECT_GE(base_.NovoOid(), taken + 50) << "a failure may have taken it back";
 }
 
 TEST_F(Base, EncodesPasswordsWithTheInstallationsSaltAndRounds) {
