@@ -9,7 +9,7 @@ namespace pradelis::site {
 namespace {
 
 Form confirmation(const Deletion& deletion) {
-  std::string state;
+  std::string state = deletion.refusal + "\n";
   for (const DeletedObject& object : deletion.objects) state += concat(object.id, " ");
   Form form;
   if (!deletion.refusal.empty()) form.refuse(deletion.refusal);
@@ -45,7 +45,7 @@ void carry_out_deletion(Context& context, Deletion (*read)(Context&)) {
                     change_record(context.crm(), {"item", deletion.objects.back().id}, form, present, [&] {
                       for (const DeletedObject& object : deletion.objects) enter_deletion(context, object);
                     });
-  if (!done) return show(context, form, deletion);
+  if (!done) return show(context, form, read(context));
   context.redirect(deletion.after, "Excluído: " + deletion.objects.back().name + ".");
 }
 

@@ -18,6 +18,9 @@ constexpr const char* changed_meanwhile_text =
     "Outra pessoa mudou este registro enquanto você escrevia. O que você escreveu continua aqui, e ao lado está"
     " o que ficou gravado. Salve de novo para deixar o que você escreveu.";
 
+constexpr const char* other_than_shown_text =
+    "Isto mudou enquanto você olhava. Confira de novo o que está na página antes de confirmar.";
+
 /// A digest (FNV-1a) in hexadecimal digits: tells states apart, keeps no secret.
 std::string digest(std::string_view state) {
   std::uint64_t hash = 0xcbf29ce484222325U;
@@ -63,6 +66,7 @@ bool Form::has(std::string_view name) const {
 }
 
 Form& Form::guard() {
+  shows_record_ = true;
   std::string state;
   for (Field& field : fields_) {
     field.stored_ = Field::Stored{field.values_, field.readable()};
@@ -79,7 +83,15 @@ Form& Form::guard(std::string_view state) {
 }
 
 bool Form::is_current(const Form& present) {
-  if (guard_ == present.guard_) return true;
+  if (guard_ == present.guard_) {
+    // What was chosen may have gone since it was offered.
+    for (Field& field : fields_) {
+      if (!present.has(field.name_)) continue;
+      field.options_ = present.field(field.name_).options_;
+      field.check();
+    }
+    return !refused();
+  }
   guard_ = present.guard_;
   for (Field& field : fields_) {
     if (present.has(field.name_)) field.stored_ = present.field(field.name_).stored_;
@@ -90,7 +102,7 @@ bool Form::is_current(const Form& present) {
 
 void Form::refuse_as_changed() {
   changed_meanwhile_ = true;
-  refuse(changed_meanwhile_text);
+  refuse(shows_record_ ? changed_meanwhile_text : other_than_shown_text);
 }
 
 bool Form::read(const Parameters& typed) {

@@ -92,7 +92,8 @@ class Form {
 
   std::deque<Field> fields_;
   std::string error_;
-  std::string guard_;  // digest of what is stored; empty when nothing is guarded
+  std::string guard_;          // digest of what is stored; empty when nothing is guarded
+  bool shows_record_ = false;  // what is guarded is what the fields show
   bool changed_meanwhile_ = false;
 };
 

@@ -90,6 +90,7 @@ Deletion contact_deletion(Context& context) {
   for (const Contact& contact : read_contacts(context, company.id)) {
     if (contact.id == context.id(1)) deletion.add({{contact.id, fixed::class_person, contact.name}});
   }
+  if (deletion.objects.empty()) throw Refusal{404};
   const auto deals = to_int64(
       single_value(context.crm(), concat("select count(*) from crm_pos_negocio where rpessoa = ", company.id,
                                          " and rcontato = ", context.id(1))));

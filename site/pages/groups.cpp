@@ -1,5 +1,7 @@
 #include <algorithm>
 
+#include "component/crm.h"
+#include "dataaccess/schema/fixed.h"
 #include "site/group_data.h"
 #include "site/identifiers.h"
 #include "site/pages/pages.h"
@@ -10,6 +12,8 @@
 
 namespace pradelis::site {
 namespace {
+
+namespace fixed = dataaccess::fixed;
 
 constexpr std::int32_t root_scope = 7;
 
@@ -167,6 +171,7 @@ void change_group(Context& context) {
 /// What goes with a group: the objects below it, and the people who have to go somewhere else.
 struct Deletion {
   Group group;
+  std::vector<std::int32_t> groups;  ///< it, and those below
   std::vector<Member> members;
   std::vector<std::string> lines;
   Form form;
@@ -183,6 +188,7 @@ Deletion read_deletion(Context& context) {
              [&](const Row& row) { deletion.lines.push_back("Abaixo dele: " + row.text(0)); });
   }
   below.push_back(deletion.group.id);
+  deletion.groups = below;
   deletion.members = read_members(context, below);
   for (const Member& member : deletion.members) {
     deletion.lines.push_back("Vendedor: " + member.person.label);
@@ -213,18 +219,26 @@ void ask_deletion(Context& context) {
   show_deletion(context, deletion.form, deletion);
 }
 
+/// Only memberships of these groups: people may be in others too. Deleted people are moved as well, for the
+/// deals that they have closed are seen by way of their group.
+void move_members(component::CRM& crm, const std::vector<std::int32_t>& groups, std::int32_t to) {
+  crm.QLCConn()->Conexao()->Execute(concat("update agrupamento set rgrupo = ", to,
+                                           " where rpapel = ", fixed::role_group_member, " and rgrupo in (",
+                                           join_identifiers(groups), ")"));
+}
+
 void delete_group(Context& context) {
   const Deletion deletion = read_deletion(context);
   Form form = deletion.form;
   component::CRM& crm = context.crm();
   const auto present = [&] { return read_deletion(context).form; };
   const bool done = form.read(context.request().form) && change_record(crm, groups_row, form, present, [&] {
-                      for (const Member& member : deletion.members) {
-                        crm.Alterar_Grupo_Vendedor(form.id_of("destino"), member.person.id);
-                      }
+                      const std::int32_t to =
+                          deletion.members.empty() ? deletion.group.parent : form.id_of("destino");
+                      if (to != root_scope) move_members(crm, deletion.groups, to);
                       crm.cGrupoUsuarios()->Excluir_Grupo(deletion.group.id, context.person());
                     });
-  if (!done) return show_deletion(context, form, deletion);
+  if (!done) return show_deletion(context, form, read_deletion(context));
   context.site().sessions().team_changed();
   context.redirect("/equipe", "Grupo excluído.");
 }

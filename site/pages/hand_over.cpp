@@ -60,7 +60,8 @@ void hand_over(Context& context) {
   Form form = hand_over_form(holdings, tree);
   form.read(context.request().form);
   const std::int32_t to = receiver(context, form, person);
-  const bool done = !form.refused() && attempt_whole(crm, {"item", person.id}, form, [&] {
+  const bool done = !form.refused() && attempt_whole(crm, {"item", to}, form, [&] {
+    if (receiver(context, form, person) == 0) return;  // who was just deleted gets nothing
     const Holdings now = read_holdings(crm, person.id);
     for (const std::int32_t what : form.ids_of("oque")) {
       if (what == Companies) {
