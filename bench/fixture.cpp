@@ -115,7 +115,7 @@ void fill(Database& database) {
   add_categories(database, item);
   Statement classification(database,
                            "insert into classificacao (oid, ritem, rcategoria) values (?, ?, 2127)");
-  for (std::int32_t i = 0; i < Contents::classifications; ++i)
+  for (std::int32_t i = 0; i < classifications; ++i)
     classification.bind(1, std::int64_t{10'000'000 + i}).bind(2, std::int64_t{10'000'000 + i / 3}).run();
   database.run("commit");
   database.run("pragma wal_checkpoint(truncate)");

@@ -6,25 +6,13 @@
 #include <string>
 
 #include "bench/by_hand.h"
+#include "bench/contents.h"
 #include "component/crm.h"
 
 namespace pradelis::bench {
 
-/// What was put into the measured database.
-struct Contents {
-  static constexpr std::int32_t first_company = 1'000'001;
-  static constexpr std::int32_t companies = 3'000;
-  static constexpr std::int32_t first_deal = 2'000'001;
-  static constexpr std::int32_t deals = 33'400;  ///< three product classes each: 100,200 rows
-  static constexpr std::int32_t first_group = 3'000'001;
-  static constexpr std::int32_t groups = 1'000;  ///< ten below each
-  static constexpr std::int32_t first_member = 4'000'001;
-  static constexpr std::int32_t members = 10'000;
-  static constexpr std::int32_t seller = first_member;
-  static constexpr std::int32_t first_category = 5'000'001;
-  static constexpr std::int32_t categories = 2'000;  ///< five levels
-  static constexpr std::int32_t classifications = 1'000'000;
-};
+/// Rows of the table that rows are appended to.
+constexpr std::int32_t classifications = 1'000'000;
 
 /// Two equal databases in a temporary folder: one for the component, one for the work by hand.
 /// The calling thread's component is set up on the first.

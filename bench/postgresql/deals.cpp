@@ -2,6 +2,7 @@
 #include <string>
 
 #include "bench/harness.h"
+#include "bench/page.h"
 #include "bench/postgresql/fixture.h"
 #include "values/text.h"
 
@@ -61,11 +62,7 @@ void measure_registering(Fixture& fixture) {
           [&] {
             const component::CRMPtr crm = fixture.crm();
             for (int i = 0; i < deals_of_a_run; ++i) {
-              std::int16_t step = 0;
-              const Variant oid = crm->Cadastrar_Negocio(Contents::first_company, 0, Contents::seller,
-                                                         "31/12/2026", "101,102,103", 0, "Ligar na segunda",
-                                                         concat("Da página ", ++component_name), 1500, step);
-              if (!oid.is(VariantType::Int32)) throw std::runtime_error("the deal was not registered");
+              register_deal(*crm, concat("Da página ", ++component_name));
             }
           },
           [&] {

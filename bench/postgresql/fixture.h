@@ -3,26 +3,12 @@
 #include <memory>
 #include <string>
 
+#include "bench/contents.h"
 #include "bench/postgresql/by_hand.h"
 #include "component/crm.h"
 #include "site/apartment.h"
 
 namespace pradelis::bench::postgresql {
-
-/// What was put into the measured database.
-struct Contents {
-  static constexpr std::int32_t first_company = 1'000'001;
-  static constexpr std::int32_t companies = 3'000;
-  static constexpr std::int32_t first_deal = 2'000'001;
-  static constexpr std::int32_t deals = 33'400;  ///< three product classes each
-  static constexpr std::int32_t first_group = 3'000'001;
-  static constexpr std::int32_t groups = 1'000;  ///< ten below each
-  static constexpr std::int32_t first_member = 4'000'001;
-  static constexpr std::int32_t members = 10'000;
-  static constexpr std::int32_t seller = first_member;
-  static constexpr std::int32_t first_category = 5'000'001;
-  static constexpr std::int32_t categories = 2'000;  ///< six below each: five levels
-};
 
 /// A new database on the server of scripts/with-postgres, which the component and the work by hand share,
 /// each on a connection of its own. Commits do not wait for the disk, which would hide what is compared.

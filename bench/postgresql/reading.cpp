@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "bench/harness.h"
+#include "bench/page.h"
 #include "bench/postgresql/bare_driver.h"
 #include "bench/postgresql/fixture.h"
 #include "dataaccess/iso_date.h"
@@ -13,20 +14,11 @@ namespace {
 constexpr const char* query =
     "select oid, nome, codigo, cid, rescopo, criadopor, criadoem, observacao from item where oid >= ";
 
-/// What a page keeps of a row.
-struct Row {
-  std::int32_t oid;
-  std::string nome, codigo;
-  std::int32_t cid, rescopo, criadopor;
-  Date criadoem;
-  std::string observacao;
-};
-
 }  // namespace
 
 void measure_reading(Fixture& fixture) {
   const Statement by_hand(fixture.by_hand(), std::string(query) + "$1 and oid <= $2");
-  std::vector<Row> rows;
+  std::vector<ItemRow> rows;
   rows.reserve(500);
   const auto read_by_hand = [&] {
     rows.clear();
@@ -41,16 +33,7 @@ void measure_reading(Fixture& fixture) {
   report({"reading 500 rows of 8 columns by name", 2, 300,
           [&] {
             rows.clear();
-            const component::CRMPtr crm = fixture.crm();
-            crm->Executar(std::string(query) + "2000001 and oid <= 2000500");
-            dataaccess::Recordset& rs = *crm->rs;
-            for (; !rs.Eof(); rs.MoveNext()) {
-              rows.push_back({rs.value("oid").get<std::int32_t>(), rs.value("nome").get<std::string>(),
-                              rs.value("codigo").get<std::string>(), rs.value("cid").get<std::int32_t>(),
-                              rs.value("rescopo").get<std::int32_t>(),
-                              rs.value("criadopor").get<std::int32_t>(), rs.value("criadoem").get<Date>(),
-                              rs.value("observacao").get<std::string>()});
-            }
+            read_items(*fixture.crm(), std::string(query) + "2000001 and oid <= 2000500", rows);
           },
           read_by_hand});
 
